@@ -1,0 +1,5 @@
+#include "models/DiffParser.h"
+
+namespace vantrel {
+
+} // namespace vantrel

@@ -1,0 +1,5 @@
+#include "models/RowAligner.h"
+
+namespace vantrel {
+
+} // namespace vantrel

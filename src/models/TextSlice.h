@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+#include <QExplicitlySharedDataPointer>
+#include <QSharedData>
+#include <QString>
+
+namespace vantrel {
+
+/// An immutable piece of one shared buffer of valid UTF-8: a line of a diff, a header. Copying
+/// counts a reference, equality and hashing go by content. It becomes a `QString` only where it is
+/// shown and bytes only where it is sent, so that a listing costs its diff text once plus a few
+/// bytes a line. Thread: any; copies may live on different threads.
+class TextSlice
+{
+public:
+    TextSlice() = default;
+
+    /// The whole of `utf8`, whose bytes are taken over. The caller has checked that they are UTF-8.
+    static TextSlice fromUtf8(QByteArray utf8);
+    static TextSlice fromString(QStringView text);
+
+    /// The part of `length` bytes from byte `position`, of the same buffer. Both lie on boundaries of
+    /// characters and within the slice.
+    [[nodiscard]] TextSlice slice(qsizetype position, qsizetype length) const;
+
+    [[nodiscard]] QByteArrayView utf8() const { return QByteArrayView(m_data, m_size); }
+    [[nodiscard]] QString toString() const { return QString::fromUtf8(m_data, m_size); }
+    [[nodiscard]] qsizetype size() const { return m_size; } ///< In bytes.
+    [[nodiscard]] bool isEmpty() const { return m_size == 0; }
+
+    friend bool operator==(const TextSlice &a, const TextSlice &b) { return a.utf8() == b.utf8(); }
+    friend size_t qHash(const TextSlice &slice, size_t seed = 0)
+    {
+        return qHashBits(slice.m_data, size_t(slice.m_size), seed);
+    }
+
+private:
+    struct Buffer : QSharedData
+    {
+        QByteArray bytes{};
+    };
+
+    QExplicitlySharedDataPointer<const Buffer> m_buffer{};
+    const char *m_data = nullptr;
+    qsizetype m_size = 0;
+};
+
+} // namespace vantrel
+
+Q_DECLARE_TYPEINFO(vantrel::TextSlice, Q_RELOCATABLE_TYPE);

@@ -1,0 +1,126 @@
+#include "platform/jobs/RunQueue.h"
+
+#include "platform/jobs/Job.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QThread>
+
+#include <chrono>
+#include <utility>
+
+namespace vantrel {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A quarter of a frame at 60 Hz: long enough to drain ordinary bursts, short enough to keep frames.
+constexpr auto sliceLength = 4ms;
+
+} // namespace
+
+RunQueue &RunQueue::interfaceThread()
+{
+    static auto *const queue = new RunQueue;
+    return *queue;
+}
+
+bool isInterfaceThread()
+{
+    return RunQueue::interfaceThread().thread() == QThread::currentThread();
+}
+
+void RunQueue::pushBack(Waiter &waiter)
+{
+    m_ready.pushBack(waiter);
+    schedule();
+}
+
+void RunQueue::pushFront(Waiter &waiter)
+{
+    m_ready.pushFront(waiter);
+    schedule();
+}
+
+void RunQueue::postFromThread(std::function<void()> call)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_incoming.push_back(std::move(call));
+    }
+    m_arrived.notify_one();
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+void RunQueue::runUntilIdle()
+{
+    while (runOne()) {
+    }
+}
+
+void RunQueue::runUntil(const std::function<bool()> &isDone)
+{
+    for (runUntilIdle(); !isDone(); runUntilIdle()) {
+        std::unique_lock lock(m_mutex);
+        m_arrived.wait(lock, [this] { return !m_incoming.empty(); });
+    }
+}
+
+bool RunQueue::event(QEvent *event)
+{
+    if (event->type() != QEvent::User) {
+        return QObject::event(event);
+    }
+    m_isScheduled = false;
+    const auto end = std::chrono::steady_clock::now() + sliceLength;
+    while (runOne()) {
+        if (std::chrono::steady_clock::now() > end) {
+            schedule();
+            break;
+        }
+    }
+    return true;
+}
+
+void RunQueue::schedule()
+{
+    if (!std::exchange(m_isScheduled, true)) {
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+}
+
+bool RunQueue::runOne()
+{
+    std::deque<std::function<void()>> arrived;
+    {
+        const std::lock_guard lock(m_mutex);
+        arrived.swap(m_incoming);
+    }
+    for (auto &call : arrived) {
+        call();
+    }
+    if (RingLink *const next = m_ready.front()) {
+        static_cast<Waiter *>(next)->resume();
+        return true;
+    }
+    return !arrived.empty();
+}
+
+void Waiter::wake() noexcept
+{
+    RunQueue::interfaceThread().pushBack(*this);
+}
+
+void Waiter::childEnded() noexcept
+{
+    RunQueue::interfaceThread().pushFront(*this);
+}
+
+void Waiter::resume()
+{
+    unlink();
+    m_job->run(m_frame);
+}
+
+} // namespace vantrel

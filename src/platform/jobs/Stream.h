@@ -1,0 +1,107 @@
+#pragma once
+
+#include "platform/Result.h"
+#include "platform/jobs/Frame.h"
+
+#include <optional>
+#include <utility>
+
+namespace vantrel {
+
+/// A sequence that is pulled: each `co_await stream.next()` gives the next value, an error, or
+/// nothing at the end. After an error the stream is over. Dropping a stream drops its source: a
+/// network reply is aborted, a subscription is withdrawn. Thread: interface.
+///
+/// The coroutine of a stream yields values or errors: `co_yield value;` and, to end with an error,
+/// `co_yield failure(error); co_return;` with the yielded value named before.
+template<typename Value, typename Error>
+class [[nodiscard]] Stream
+{
+public:
+    using Item = Result<Value, Error>;
+
+    struct promise_type : PromiseBase
+    {
+        std::optional<Item> item{};
+        bool isBusy = false; ///< The producer waits for something itself.
+
+        Stream get_return_object() { return Stream(*this); }
+        void return_void() const noexcept {}
+
+        TellParent yield_value(Item next)
+        {
+            item.emplace(std::move(next));
+            return {};
+        }
+    };
+
+    explicit Stream(promise_type &promise)
+        : m_frame(promise)
+    {
+    }
+
+    class Awaiter
+    {
+    public:
+        explicit Awaiter(Frame<promise_type> &frame)
+            : m_frame(frame)
+        {
+        }
+        Awaiter(const Awaiter &) = delete;
+        Awaiter &operator=(const Awaiter &) = delete;
+        ~Awaiter()
+        {
+            if (m_frame) {
+                m_frame.promise().parent = nullptr;
+            }
+        }
+
+        [[nodiscard]] bool await_ready() const noexcept { return false; }
+
+        template<typename Promise>
+        bool await_suspend(std::coroutine_handle<Promise> consumer)
+        {
+            m_waiter.arm(consumer);
+            auto &promise = m_frame.promise();
+            if (isCancelRequested(consumer.promise().job)) {
+                return true;
+            }
+            if (promise.item || m_frame.isDone()) {
+                return false;
+            }
+            if (!promise.isBusy) {
+                promise.job = consumer.promise().job;
+                promise.isBusy = true;
+                m_frame.handle().resume();
+            }
+            if (promise.item || m_frame.isDone()) {
+                promise.isBusy = false;
+                return false;
+            }
+            promise.parent = &m_waiter;
+            return true;
+        }
+
+        std::optional<Item> await_resume()
+        {
+            auto &promise = m_frame.promise();
+            promise.isBusy = false;
+            promise.parent = nullptr;
+            if (const auto error = std::exchange(promise.error, nullptr)) {
+                std::rethrow_exception(error);
+            }
+            return std::exchange(promise.item, std::nullopt);
+        }
+
+    private:
+        Frame<promise_type> &m_frame;
+        Waiter m_waiter;
+    };
+
+    Awaiter next() { return Awaiter(m_frame); }
+
+private:
+    Frame<promise_type> m_frame;
+};
+
+} // namespace vantrel
