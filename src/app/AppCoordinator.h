@@ -1,0 +1,76 @@
+#pragma once
+
+#include "models/FileChange.h"
+#include "models/Repo.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+
+#include <optional>
+#include <variant>
+
+namespace vantrel {
+
+/// The navigation state that all screens read and change. Thread: interface.
+class AppCoordinator final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(RouteKind routeKind READ routeKind NOTIFY routeChanged)
+    Q_PROPERTY(QString repositoryName READ repositoryName NOTIFY routeChanged)
+    Q_PROPERTY(QString branchName READ branchName NOTIFY currentBranchChanged)
+
+public:
+    /// Which hunk is selected when a file opens.
+    enum class InitialHunkSelection { first, last };
+
+    struct PickerRoute
+    {
+        bool operator==(const PickerRoute &) const = default;
+    };
+    struct FilesRoute
+    {
+        Repo repo{};
+
+        bool operator==(const FilesRoute &) const = default;
+    };
+    struct DiffRoute
+    {
+        Repo repo{};
+        FileChange file{};
+        QList<FileChange> allFiles{}; ///< The whole listing, for stepping to neighbouring files.
+        InitialHunkSelection initialHunkSelection = InitialHunkSelection::first;
+
+        bool operator==(const DiffRoute &) const = default;
+    };
+    using Route = std::variant<PickerRoute, FilesRoute, DiffRoute>;
+
+    /// The route's case in the same order, for the views.
+    enum class RouteKind { picker, files, diff };
+    Q_ENUM(RouteKind)
+
+    explicit AppCoordinator(QObject *parent = nullptr);
+
+    [[nodiscard]] const Route &route() const { return m_route; }
+    void setRoute(Route route);
+
+    [[nodiscard]] const std::optional<QString> &currentBranch() const { return m_currentBranch; }
+    void setCurrentBranch(std::optional<QString> branch);
+
+    /// Shows the repository's changed files and forgets the branch of the one before.
+    void openRepository(const Repo &repo);
+
+    [[nodiscard]] RouteKind routeKind() const;
+    [[nodiscard]] QString repositoryName() const; ///< Empty on the picker.
+    [[nodiscard]] QString branchName() const; ///< Empty when unknown.
+
+Q_SIGNALS:
+    void routeChanged();
+    void currentBranchChanged();
+
+private:
+    Route m_route{};
+    std::optional<QString> m_currentBranch{};
+};
+
+} // namespace vantrel

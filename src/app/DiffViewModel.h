@@ -1,0 +1,102 @@
+#pragma once
+
+#include "ai/AIServiceError.h"
+#include "app/AppCoordinator.h"
+#include "models/Hunk.h"
+#include "platform/jobs/Job.h"
+#include "platform/jobs/JobMap.h"
+
+#include <QHash>
+#include <QList>
+#include <QObject>
+#include <QSet>
+#include <QString>
+
+#include <optional>
+
+namespace vantrel {
+
+class AIWorker;
+class GitWorker;
+class KeychainAccessNotice;
+class NotificationCenter;
+
+/// One file's hunks side by side, the selected hunk, and the explanations as they stream in.
+/// Thread: interface.
+class DiffViewModel final : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int hunkCount READ hunkCount NOTIFY hunksChanged)
+    Q_PROPERTY(int selectedHunkIndex READ selectedHunkIndex NOTIFY selectedHunkIndexChanged)
+    Q_PROPERTY(bool isLoading READ isLoading NOTIFY isLoadingChanged)
+    Q_PROPERTY(QString errorMessage READ errorMessage NOTIFY errorMessageChanged)
+    Q_PROPERTY(bool canGoPrevious READ canGoPrevious NOTIFY canGoChanged)
+    Q_PROPERTY(bool canGoNext READ canGoNext NOTIFY canGoChanged)
+
+public:
+    /// The references must outlive the view model. Nothing is loaded yet.
+    DiffViewModel(AppCoordinator::DiffRoute route, GitWorker &gitWorker, AIWorker &aiWorker,
+                  KeychainAccessNotice &keychainAccessNotice, AppCoordinator &coordinator,
+                  NotificationCenter &notificationCenter, QObject *parent = nullptr);
+    ~DiffViewModel() override;
+
+    [[nodiscard]] const FileChange &file() const { return m_route.file; }
+    [[nodiscard]] const QList<Hunk> &hunks() const { return m_hunks; }
+    [[nodiscard]] int hunkCount() const { return int(m_hunks.size()); }
+    [[nodiscard]] int selectedHunkIndex() const { return m_selectedHunkIndex; }
+    [[nodiscard]] const Hunk *selectedHunk() const; ///< Null when the index is out of range.
+    [[nodiscard]] bool isLoading() const { return m_isLoading; }
+    [[nodiscard]] QString errorMessage() const; ///< Empty when the hunks could be read.
+
+    /// The prose received so far for a hunk that is being explained; nothing before the first piece.
+    [[nodiscard]] std::optional<QString> streamingExplanationText(int hunkIndex) const;
+    [[nodiscard]] bool isExplanationProseFinished(int hunkIndex) const;
+
+    /// The neighbours of the shown file in the listing, or null.
+    [[nodiscard]] const FileChange *previousFile() const;
+    [[nodiscard]] const FileChange *nextFile() const;
+    [[nodiscard]] bool canGoPrevious() const;
+    [[nodiscard]] bool canGoNext() const;
+
+    /// Builds the hunks, selects the initial one and explains it; one load at a time.
+    Q_INVOKABLE void load();
+    Q_INVOKABLE void select(int hunkIndex);
+    Q_INVOKABLE void selectNext();
+    Q_INVOKABLE void selectPrevious();
+
+    /// Steps to the next or previous hunk, across files at the ends of this one.
+    Q_INVOKABLE void goNext();
+    Q_INVOKABLE void goPrevious();
+
+    /// Goes back to the file list.
+    Q_INVOKABLE void goBack();
+
+    /// Ends every job; what was published stays.
+    Q_INVOKABLE void cancelAll();
+
+Q_SIGNALS:
+    void hunksChanged(); ///< The set of hunks is a new one.
+    void explanationChanged(int hunkIndex); ///< State, streamed prose or its end.
+    void selectedHunkIndexChanged();
+    void isLoadingChanged();
+    void errorMessageChanged();
+    void canGoChanged();
+
+private:
+    AppCoordinator::DiffRoute m_route;
+    GitWorker &m_gitWorker;
+    AIWorker &m_aiWorker;
+    KeychainAccessNotice &m_keychainAccessNotice;
+    AppCoordinator &m_coordinator;
+    QList<Hunk> m_hunks{};
+    int m_selectedHunkIndex = 0;
+    bool m_isLoading = false;
+    std::optional<QString> m_errorMessage{};
+    QHash<int, QString> m_streamingExplanationText{};
+    QSet<int> m_explanationProseFinished{};
+    JobMap<int> m_explanationTasks{};
+    Job m_loadTask{};
+    Job m_configChangeTask{};
+};
+
+} // namespace vantrel
