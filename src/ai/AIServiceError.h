@@ -31,9 +31,9 @@ struct AIServiceError
 /// What a request can end in: the service's error, or the platform's failure to transport it.
 using AIFailure = Failure<AIServiceError>;
 
-/// The text of the link to the settings beneath a failure with this message; nothing when the message
-/// is not one that the settings can mend. Screens keep only the message of a failure, so the link is
-/// found from its text.
+/// The text of the link to the settings beneath a failure with this message; nothing when the
+/// message is not one that the settings can mend. Screens keep only the message of a failure, so
+/// the link is found from its text.
 [[nodiscard]] std::optional<QString> recoveryLabel(const QString &message);
 
 /// Whether `message` is one of the service's fixed sentences, and so of its configuration or reply

@@ -27,7 +27,8 @@ public:
     virtual ~AIServicing() = default;
 
     /// The whole reply to one request, untrimmed.
-    virtual Task<Result<QString, AIFailure>> complete(QString systemPrompt, QString userMessage) = 0;
+    virtual Task<Result<QString, AIFailure>> complete(QString systemPrompt,
+                                                      QString userMessage) = 0;
 
     /// One sentence on a file's diff.
     virtual Task<Result<QString, AIFailure>> summarizeFile(QString path, QString diffText) = 0;
@@ -40,9 +41,8 @@ public:
                                      QList<ChatMessage> conversation) = 0;
 
     /// Follow-up questions; an empty list when the reply holds none.
-    virtual Task<Result<QStringList, AIFailure>> suggestQuestions(QString path, QString hunkText,
-                                                                  QList<ChatMessage> conversation)
-        = 0;
+    virtual Task<Result<QStringList, AIFailure>>
+    suggestQuestions(QString path, QString hunkText, QList<ChatMessage> conversation) = 0;
 };
 
 } // namespace vantrel

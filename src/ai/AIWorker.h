@@ -1,18 +1,10 @@
 #pragma once
 
+#include "ai/AIPrompts.h"
 #include "ai/AIServicing.h"
 #include "platform/jobs/SerialQueue.h"
 
 namespace vantrel {
-
-/// One changed file as the narrative's request names it.
-struct ChangesetEntry
-{
-    QString path{};
-    QString text{}; ///< The file's summary, or its diff cut for prompting.
-
-    bool operator==(const ChangesetEntry &) const = default;
-};
 
 /// The model's service behind a queue: operations run one at a time, in order of call. A stream is
 /// handed out at once and read by its caller while the worker is free for the next call.

@@ -48,7 +48,8 @@ public:
     [[nodiscard]] bool isLoading() const { return m_isLoading; }
     [[nodiscard]] QString errorMessage() const; ///< Empty when the hunks could be read.
 
-    /// The prose received so far for a hunk that is being explained; nothing before the first piece.
+    /// The prose received so far for a hunk that is being explained; nothing before the first
+    /// piece.
     [[nodiscard]] std::optional<QString> streamingExplanationText(int hunkIndex) const;
     [[nodiscard]] bool isExplanationProseFinished(int hunkIndex) const;
 
@@ -75,7 +76,7 @@ public:
     Q_INVOKABLE void cancelAll();
 
 Q_SIGNALS:
-    void hunksChanged(); ///< The set of hunks is a new one.
+    void hunksChanged();                    ///< The set of hunks is a new one.
     void explanationChanged(int hunkIndex); ///< State, streamed prose or its end.
     void selectedHunkIndexChanged();
     void isLoadingChanged();

@@ -23,16 +23,15 @@ OrbiskApp::OrbiskApp(const Places &places)
     , m_gitService(m_processRunner, m_fileReader)
     , m_gitWorker(m_gitService)
     , m_settingsStore(m_userDefaults)
-    , m_keychainStore(
-          std::make_shared<KeychainStore>(places.keychainService, systemSecretItems()), m_clock)
+    , m_keychainStore(std::make_shared<KeychainStore>(places.keychainService, systemSecretItems()),
+                      m_clock)
     , m_aiService(m_session, m_settingsStore, m_keychainStore, m_notificationCenter)
     , m_aiWorker(m_aiService)
     , m_keychainAccessNotice(m_userDefaults)
     , m_appearanceController(m_settingsStore)
     , m_rootViewModel(m_coordinator, m_gitWorker, m_aiWorker, m_keychainAccessNotice,
                       m_notificationCenter)
-{
-}
+{}
 
 OrbiskApp::~OrbiskApp() = default;
 

@@ -26,12 +26,12 @@ namespace vantrel {
 class OrbiskApp final
 {
 public:
-    /// Where the application keeps what outlives it; tests and the demonstration use places of their
-    /// own.
+    /// Where the application keeps what outlives it; tests and the demonstration use places of
+    /// their own.
     struct Places
     {
         QString preferencesFolder{}; ///< Of `UserDefaults`.
-        QString keychainService{}; ///< The service name of every keychain item.
+        QString keychainService{};   ///< The service name of every keychain item.
     };
 
     /// The person's own preferences and keys.

@@ -26,7 +26,8 @@ struct ListingProgress
 struct ListingControl
 {
     std::function<bool()> isCancelled{}; ///< Asked before each child process; empty means never.
-    std::function<void(const ListingProgress &)> report{}; ///< Called after each file; may be empty.
+    std::function<void(const ListingProgress &)>
+        report{}; ///< Called after each file; may be empty.
 };
 
 /// Asks git about a repository; writes nothing. Thread: any but the interface's, since every
@@ -39,8 +40,8 @@ public:
     GitServicing &operator=(const GitServicing &) = delete;
     virtual ~GitServicing() = default;
 
-    /// All changed files with their hunks and counts, in git's order. A cancelled listing ends before
-    /// its next child process with what it has; nobody reads that.
+    /// All changed files with their hunks and counts, in git's order. A cancelled listing ends
+    /// before its next child process with what it has; nobody reads that.
     [[nodiscard]] virtual Result<QList<FileChange>, ProcessFailure>
     changedFiles(const QUrl &repositoryRoot, const ListingControl &control) = 0;
 

@@ -15,7 +15,7 @@ struct ProcessRunnerError
 
     Case kind = Case::nonZeroExit;
     std::int32_t status = 0; ///< The exit status; the number of the signal that ended it.
-    QString message{}; ///< The child's standard error, untrimmed.
+    QString message{};       ///< The child's standard error, untrimmed.
 
     [[nodiscard]] QString description() const;
 

@@ -7,9 +7,12 @@ using namespace Qt::Literals::StringLiterals;
 QString rawValue(ChangeStatus status)
 {
     switch (status) {
-    case ChangeStatus::modified: return u"M"_s;
-    case ChangeStatus::added: return u"A"_s;
-    case ChangeStatus::deleted: return u"D"_s;
+    case ChangeStatus::modified:
+        return u"M"_s;
+    case ChangeStatus::added:
+        return u"A"_s;
+    case ChangeStatus::deleted:
+        return u"D"_s;
     }
     Q_UNREACHABLE();
 }

@@ -12,7 +12,7 @@ struct ChatMessage
 
     QUuid id{};
     Role role = Role::user;
-    QString text{}; ///< Grows while an answer streams in.
+    QString text{};           ///< Grows while an answer streams in.
     bool isStreaming = false; ///< True until an answer is complete.
 
     bool operator==(const ChatMessage &) const = default;

@@ -14,7 +14,7 @@ enum class DiffLineKind : std::uint8_t { context, addition, deletion, filler };
 struct DiffLine
 {
     std::optional<std::int64_t> number{}; ///< The line's number on its side; none for a filler.
-    TextSlice text{}; ///< Empty for a filler.
+    TextSlice text{};                     ///< Empty for a filler.
     DiffLineKind kind = DiffLineKind::context;
 
     bool operator==(const DiffLine &) const = default;

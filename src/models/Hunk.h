@@ -14,7 +14,7 @@ namespace vantrel {
 struct Hunk
 {
     std::int64_t index = 0; ///< Position within its file, from 0; identifies the hunk.
-    TextSlice header{}; ///< As in the raw hunk.
+    TextSlice header{};     ///< As in the raw hunk.
     QList<DiffRow> rows{};
     LoadableState<HunkExplanation> explanationState{};
 

@@ -57,8 +57,7 @@ private:
     {
         explicit Loaded(Value loadedValue)
             : value(std::move(loadedValue))
-        {
-        }
+        {}
         bool operator==(const Loaded &) const = default;
 
         Value value;
@@ -67,8 +66,7 @@ private:
     {
         explicit Failed(QString failedMessage)
             : message(std::move(failedMessage))
-        {
-        }
+        {}
         bool operator==(const Failed &) const = default;
 
         QString message;
@@ -77,8 +75,7 @@ private:
 
     explicit LoadableState(State state)
         : m_state(std::move(state))
-    {
-    }
+    {}
 
     State m_state{};
 };

@@ -22,7 +22,7 @@ struct RawDiffLine
 /// One hunk as parsed from git's unified diff text.
 struct RawHunk
 {
-    TextSlice header{}; ///< The whole line that begins with "@@", verbatim.
+    TextSlice header{};        ///< The whole line that begins with "@@", verbatim.
     std::int64_t oldStart = 0; ///< First line number on the old side.
     std::int64_t newStart = 0; ///< First line number on the new side.
     QList<RawDiffLine> lines{};

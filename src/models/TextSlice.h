@@ -21,8 +21,8 @@ public:
     static TextSlice fromUtf8(QByteArray utf8);
     static TextSlice fromString(QStringView text);
 
-    /// The part of `length` bytes from byte `position`, of the same buffer. Both lie on boundaries of
-    /// characters and within the slice.
+    /// The part of `length` bytes from byte `position`, of the same buffer. Both lie on boundaries
+    /// of characters and within the slice.
     [[nodiscard]] TextSlice slice(qsizetype position, qsizetype length) const;
 
     [[nodiscard]] QByteArrayView utf8() const { return QByteArrayView(m_data, m_size); }

@@ -9,8 +9,8 @@ namespace vantrel {
 
 class UserDefaults;
 
-/// The explanation that a person sees once before the first keychain access of the application's life
-/// on this machine. Whoever is about to cause an access waits here first. Thread: interface.
+/// The explanation that a person sees once before the first keychain access of the application's
+/// life on this machine. Whoever is about to cause an access waits here first. Thread: interface.
 class KeychainAccessNotice final : public QObject
 {
     Q_OBJECT
@@ -38,6 +38,7 @@ Q_SIGNALS:
 private:
     UserDefaults &m_defaults;
     WaiterList m_pendingContinuations;
+    bool m_hasAcknowledged = false; ///< Once true, never reset.
     bool m_isShowingNotice = false;
 };
 

@@ -11,8 +11,8 @@
 namespace vantrel {
 
 /// The keychain on a thread of its own, with an answer in bounded time: a keyring that is frozen or
-/// that waits for the person longer than `answerTime` counts as unavailable. The call itself is left
-/// to end by itself, since stopping it in the middle would take the daemon down with it.
+/// that waits for the person longer than `answerTime` counts as unavailable. The call itself is
+/// left to end by itself, since stopping it in the middle would take the daemon down with it.
 class KeychainWorker final
 {
 public:

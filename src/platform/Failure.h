@@ -17,12 +17,10 @@ class Failure
 public:
     Failure(ServiceError error) // NOLINT(google-explicit-constructor): an error is a failure
         : m_error(std::move(error))
-    {
-    }
+    {}
     Failure(PlatformError error) // NOLINT(google-explicit-constructor): an error is a failure
         : m_error(std::move(error))
-    {
-    }
+    {}
 
     /// The service's error, or null when the platform failed.
     [[nodiscard]] const ServiceError *serviceError() const

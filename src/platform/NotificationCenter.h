@@ -13,6 +13,8 @@ namespace vantrel {
 /// Announcements by name, to whoever observes the name. Thread: any, unless said otherwise.
 class NotificationCenter
 {
+    struct Registration;
+
 public:
     /// A registration; destroying it ends it. A call that runs on another thread at that moment is
     /// waited for.
@@ -21,14 +23,13 @@ public:
     public:
         Token() = default;
         Token(Token &&) noexcept = default;
-        Token &operator=(Token &&) noexcept = default;
+        Token &operator=(Token &&other) noexcept;
         Token(const Token &) = delete;
         Token &operator=(const Token &) = delete;
-        ~Token() = default;
+        ~Token();
 
     private:
         friend NotificationCenter;
-        struct Registration;
         explicit Token(std::shared_ptr<Registration> registration);
 
         std::shared_ptr<Registration> m_registration;

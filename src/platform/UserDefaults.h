@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Result.h"
 #include "platform/PlatformError.h"
+#include "platform/Result.h"
 
 #include <QByteArray>
 #include <QString>
@@ -18,8 +18,8 @@ namespace vantrel {
 class UserDefaults final
 {
 public:
-    /// Keeps the preferences in `folder`, which is made with mode 0700 at the first write. Removes the
-    /// temporary files that a killed process may have left there.
+    /// Keeps the preferences in `folder`, which is made with mode 0700 at the first write. Removes
+    /// the temporary files that a killed process may have left there.
     explicit UserDefaults(QString folder);
 
     /// `$XDG_CONFIG_HOME/com.orbisk.app`, or the platform's equivalent.

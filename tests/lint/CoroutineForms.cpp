@@ -17,8 +17,7 @@ struct Tracked
 {
     explicit Tracked(int value)
         : number(std::make_shared<int>(value))
-    {
-    }
+    {}
     std::shared_ptr<int> number;
 };
 
@@ -35,8 +34,7 @@ public:
     Pair(Tracked first, Tracked second)
         : m_first(std::move(first))
         , m_second(std::move(second))
-    {
-    }
+    {}
 
 private:
     Tracked m_first;

@@ -1,5 +1,5 @@
-#include "platform/jobs/Channel.h"
 #include "platform/jobs/Job.h"
+#include "platform/jobs/Channel.h"
 #include "platform/jobs/RunQueue.h"
 
 #include <gtest/gtest.h>

@@ -14,7 +14,7 @@ struct AIProviderConfig
 {
     AIProvider provider = AIProvider::openRouter;
     QString baseURL{}; ///< As the person typed it.
-    QString model{}; ///< A model identifier; may be empty.
+    QString model{};   ///< A model identifier; may be empty.
 
     /// The trimmed text as a URL when it has the scheme http or https, else nothing.
     [[nodiscard]] static std::optional<QUrl> validatedBaseURL(const QString &text);

@@ -15,8 +15,7 @@ class [[nodiscard]] AllOf : public Completion
 public:
     explicit AllOf(std::vector<Task<Value>> tasks)
         : m_tasks(std::move(tasks))
-    {
-    }
+    {}
 
     [[nodiscard]] bool await_ready() const noexcept { return m_tasks.empty(); }
 

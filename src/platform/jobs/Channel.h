@@ -60,8 +60,7 @@ private:
     public:
         explicit Reader(std::shared_ptr<State> state)
             : m_state(std::move(state))
-        {
-        }
+        {}
         Reader(Reader &&) noexcept = default;
         Reader &operator=(Reader &&) = delete;
         Reader(const Reader &) = delete;

@@ -7,7 +7,8 @@
 
 namespace vantrel {
 
-/// Runs two tasks side by side; the first to end wins and the other is destroyed. Made by `firstOf`.
+/// Runs two tasks side by side; the first to end wins and the other is destroyed. Made by
+/// `firstOf`.
 template<typename A, typename B>
 class [[nodiscard]] FirstOf
 {
@@ -15,8 +16,7 @@ public:
     FirstOf(Task<A> a, Task<B> b)
         : m_a(std::move(a))
         , m_b(std::move(b))
-    {
-    }
+    {}
 
     [[nodiscard]] bool await_ready() const noexcept { return false; }
 

@@ -44,12 +44,10 @@ public:
     Frame() = default;
     explicit Frame(Promise &promise)
         : m_handle(std::coroutine_handle<Promise>::from_promise(promise))
-    {
-    }
+    {}
     Frame(Frame &&other) noexcept
         : m_handle(std::exchange(other.m_handle, {}))
-    {
-    }
+    {}
     Frame &operator=(Frame &&other) noexcept
     {
         std::swap(m_handle, other.m_handle);

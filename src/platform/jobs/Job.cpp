@@ -60,7 +60,8 @@ void JobState::cancel()
 void JobState::run(std::coroutine_handle<> frame)
 {
     const auto keepAlive = shared_from_this();
-    // A nested event loop inside the job may run another of its frames; only the outermost may end it.
+    // A nested event loop inside the job may run another of its frames; only the outermost may end
+    // it.
     const bool wasRunning = std::exchange(m_isRunning, true);
     frame.resume();
     m_isRunning = wasRunning;

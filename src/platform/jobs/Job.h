@@ -39,8 +39,8 @@ private:
 /// A background job on the interface thread. It starts with the next turn of the run queue.
 ///
 /// Cancelling is destroying: `cancel()`, the destructor and an assignment destroy the suspended
-/// frames, after which no line of the job runs. A job that cancels itself is destroyed as soon as it
-/// suspends. The handle is the only owner, so the object that the job uses holds it in a field.
+/// frames, after which no line of the job runs. A job that cancels itself is destroyed as soon as
+/// it suspends. The handle is the only owner, so the object that the job uses holds it in a field.
 /// A job that ends in an exception logs it and stops.
 class [[nodiscard]] Job
 {

@@ -2,8 +2,8 @@
 
 namespace vantrel {
 
-/// A node of an intrusive first-in-first-out ring. It leaves its ring when it is destroyed, which is
-/// what lets a cancelled coroutine vanish from every queue it stands in. Not thread-safe.
+/// A node of an intrusive first-in-first-out ring. It leaves its ring when it is destroyed, which
+/// is what lets a cancelled coroutine vanish from every queue it stands in. Not thread-safe.
 class RingLink
 {
 public:

@@ -15,7 +15,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A quarter of a frame at 60 Hz: long enough to drain ordinary bursts, short enough to keep frames.
+/// A quarter of a frame at 60 Hz: long enough to drain ordinary bursts, short enough to keep
+/// frames.
 constexpr auto sliceLength = 4ms;
 
 } // namespace

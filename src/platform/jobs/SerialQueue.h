@@ -6,9 +6,9 @@
 
 namespace vantrel {
 
-/// One asynchronous operation at a time, in order of call: `const auto turn = co_await queue.turn();`
-/// holds the queue until `turn` goes out of scope. A caller that is cancelled while it waits, or after
-/// it was granted its turn and before it ran, is passed over. Thread: interface.
+/// One asynchronous operation at a time, in order of call: `const auto turn = co_await
+/// queue.turn();` holds the queue until `turn` goes out of scope. A caller that is cancelled while
+/// it waits, or after it was granted its turn and before it ran, is passed over. Thread: interface.
 class SerialQueue
 {
 public:
@@ -17,12 +17,10 @@ public:
     public:
         explicit Turn(SerialQueue *queue)
             : m_queue(queue)
-        {
-        }
+        {}
         Turn(Turn &&other) noexcept
             : m_queue(std::exchange(other.m_queue, nullptr))
-        {
-        }
+        {}
         Turn &operator=(Turn &&) = delete;
         Turn(const Turn &) = delete;
         Turn &operator=(const Turn &) = delete;
@@ -42,8 +40,7 @@ public:
     public:
         explicit Awaiter(SerialQueue &queue)
             : m_queue(queue)
-        {
-        }
+        {}
         Awaiter(const Awaiter &) = delete;
         Awaiter &operator=(const Awaiter &) = delete;
         ~Awaiter()

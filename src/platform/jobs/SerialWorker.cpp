@@ -13,8 +13,8 @@ struct SerialWorker::State
     std::mutex mutex{};
     std::condition_variable wake{};
     std::deque<std::function<void()>> queue{}; ///< Guarded by `mutex`.
-    bool isStopped = false; ///< Guarded by `mutex`.
-    std::thread thread{}; ///< Interface thread only.
+    bool isStopped = false;                    ///< Guarded by `mutex`.
+    std::thread thread{};                      ///< Interface thread only.
 
     void loop()
     {

@@ -20,11 +20,13 @@ class WorkControl
 public:
     explicit WorkControl(std::shared_ptr<const std::atomic<bool>> isAbandoned)
         : m_isAbandoned(std::move(isAbandoned))
-    {
-    }
+    {}
 
     /// True once nobody waits for the result any more. Thread: any.
-    [[nodiscard]] bool isAbandoned() const { return m_isAbandoned->load(std::memory_order_relaxed); }
+    [[nodiscard]] bool isAbandoned() const
+    {
+        return m_isAbandoned->load(std::memory_order_relaxed);
+    }
 
 private:
     std::shared_ptr<const std::atomic<bool>> m_isAbandoned;
@@ -40,7 +42,7 @@ class SerialWorker
 public:
     /// What the destructor does with a call that is still running.
     enum class AtEnd {
-        join, ///< Wait for it: for calls that end soon.
+        join,  ///< Wait for it: for calls that end soon.
         leave, ///< Let the thread run on by itself: for calls that nothing can interrupt.
     };
 
@@ -65,7 +67,9 @@ public:
                 }
             }
             // What the call captured dies on its own thread, before anybody is told.
-            { const Call done = std::move(call); }
+            {
+                const Call done = std::move(call);
+            }
             RunQueue::interfaceThread().postFromThread([operation = std::move(operation)] {
                 operation->isEnded = true;
                 operation->ended.wakeAll();
@@ -88,9 +92,9 @@ private:
     {
         std::shared_ptr<std::atomic<bool>> isAbandoned = std::make_shared<std::atomic<bool>>(false);
         std::optional<Value> value{}; ///< Written by the worker before it posts the end.
-        std::exception_ptr error{}; ///< As `value`.
-        bool isEnded = false; ///< Interface thread only.
-        WaiterList ended{}; ///< Interface thread only.
+        std::exception_ptr error{};   ///< As `value`.
+        bool isEnded = false;         ///< Interface thread only.
+        WaiterList ended{};           ///< Interface thread only.
     };
 
     /// Abandons the operation when its waiter goes.
@@ -99,8 +103,7 @@ private:
     public:
         explicit Lease(std::shared_ptr<std::atomic<bool>> isAbandoned)
             : m_isAbandoned(std::move(isAbandoned))
-        {
-        }
+        {}
         Lease(const Lease &) = delete;
         Lease &operator=(const Lease &) = delete;
         ~Lease() { m_isAbandoned->store(true, std::memory_order_relaxed); }

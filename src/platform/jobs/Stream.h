@@ -37,16 +37,14 @@ public:
 
     explicit Stream(promise_type &promise)
         : m_frame(promise)
-    {
-    }
+    {}
 
     class Awaiter
     {
     public:
         explicit Awaiter(Frame<promise_type> &frame)
             : m_frame(frame)
-        {
-        }
+        {}
         Awaiter(const Awaiter &) = delete;
         Awaiter &operator=(const Awaiter &) = delete;
         ~Awaiter()

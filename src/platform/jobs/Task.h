@@ -53,8 +53,9 @@ struct TaskPromise<void> : PromiseBase
 ///
 /// An expected failure is a `Result` value. An exception passes to the awaiting coroutine.
 ///
-/// Rules that keep coroutines right with g++ 12: name every temporary (an aggregate, a closure) in a
-/// statement of its own before the `co_await`; parameters by value; no lambda coroutine that captures.
+/// Rules that keep coroutines right with g++ 12: name every temporary (an aggregate, a closure) in
+/// a statement of its own before the `co_await`; parameters by value; no lambda coroutine that
+/// captures.
 template<typename Value = void>
 class [[nodiscard]] Task
 {
@@ -64,16 +65,14 @@ public:
 
     explicit Task(promise_type &promise)
         : m_frame(promise)
-    {
-    }
+    {}
 
     class Awaiter
     {
     public:
         explicit Awaiter(Frame<promise_type> &frame)
             : m_frame(frame)
-        {
-        }
+        {}
 
         [[nodiscard]] bool await_ready() const noexcept { return false; }
 

@@ -27,8 +27,8 @@ protected:
     ~Completion() = default;
 };
 
-/// One suspended coroutine of one job. Every awaiter of the job layer holds one: destroying it takes
-/// the coroutine out of whatever it was waiting in. Thread: interface.
+/// One suspended coroutine of one job. Every awaiter of the job layer holds one: destroying it
+/// takes the coroutine out of whatever it was waiting in. Thread: interface.
 class Waiter : public RingLink, public Completion
 {
 public:

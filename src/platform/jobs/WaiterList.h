@@ -14,8 +14,7 @@ public:
     public:
         explicit Awaiter(WaiterList &list)
             : m_list(list)
-        {
-        }
+        {}
 
         [[nodiscard]] bool await_ready() const noexcept { return false; }
 

@@ -1,0 +1,48 @@
+#include "persistence/APIKeyPresenceStore.h"
+
+#include "platform/UserDefaults.h"
+
+#include <QDebug>
+
+namespace vantrel {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString preferenceKey(AIProvider provider)
+{
+    return u"aiSetup.apiKeySaved."_s + rawValue(provider);
+}
+
+} // namespace
+
+APIKeyPresenceStore::APIKeyPresenceStore(UserDefaults &defaults)
+    : m_defaults(defaults)
+{}
+
+void APIKeyPresenceStore::markSaved(AIProvider provider)
+{
+    mark(provider, true);
+}
+
+void APIKeyPresenceStore::markRemoved(AIProvider provider)
+{
+    mark(provider, false);
+}
+
+std::optional<bool> APIKeyPresenceStore::isKnownMissing(AIProvider provider) const
+{
+    const auto isSaved = m_defaults.boolean(preferenceKey(provider));
+    return isSaved ? std::optional(!*isSaved) : std::nullopt;
+}
+
+void APIKeyPresenceStore::mark(AIProvider provider, bool isSaved)
+{
+    // Without the hint the next launch offers the setup once more than needed, and no harm is done.
+    if (const auto saved = m_defaults.setBoolean(preferenceKey(provider), isSaved); !saved) {
+        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
+    }
+}
+
+} // namespace vantrel

@@ -1,0 +1,58 @@
+#include "persistence/KeychainAccessNotice.h"
+
+#include "platform/UserDefaults.h"
+#include "platform/jobs/RunQueue.h"
+
+#include <QDebug>
+
+namespace vantrel {
+
+namespace {
+
+const QString acknowledgementKey = QStringLiteral("keychainAccessNotice.hasAcknowledged");
+
+} // namespace
+
+KeychainAccessNotice::KeychainAccessNotice(UserDefaults &defaults, QObject *parent)
+    : QObject(parent)
+    , m_defaults(defaults)
+    , m_hasAcknowledged(defaults.boolean(acknowledgementKey) == true)
+{}
+
+void KeychainAccessNotice::setIsShowingNotice(bool isShowing)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    if (isShowing == m_isShowingNotice) {
+        return;
+    }
+    m_isShowingNotice = isShowing;
+    Q_EMIT isShowingNoticeChanged();
+    if (!isShowing && !m_pendingContinuations.isEmpty()) {
+        acknowledge();
+    }
+}
+
+Task<> KeychainAccessNotice::showIfNeededAndWait()
+{
+    VANTREL_ASSERT_UI_THREAD();
+    if (m_hasAcknowledged) {
+        co_return;
+    }
+    setIsShowingNotice(true);
+    co_await m_pendingContinuations.wait();
+}
+
+void KeychainAccessNotice::acknowledge()
+{
+    VANTREL_ASSERT_UI_THREAD();
+    m_hasAcknowledged = true;
+    if (const auto saved = m_defaults.setBoolean(acknowledgementKey, true); !saved) {
+        // The person has seen it; without the record they see it once more at the next launch.
+        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
+    }
+    // Waiters leave the list as they are woken, so that hiding the notice finds none waiting.
+    m_pendingContinuations.wakeAll();
+    setIsShowingNotice(false);
+}
+
+} // namespace vantrel
