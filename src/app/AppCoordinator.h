@@ -62,7 +62,7 @@ public:
 
     [[nodiscard]] RouteKind routeKind() const;
     [[nodiscard]] QString repositoryName() const; ///< Empty on the picker.
-    [[nodiscard]] QString branchName() const; ///< Empty when unknown.
+    [[nodiscard]] QString branchName() const;     ///< Empty when unknown.
 
 Q_SIGNALS:
     void routeChanged();
