@@ -15,6 +15,8 @@ namespace vantrel {
 
 class AppCoordinator;
 class GitWorker;
+template<typename Object>
+class StateStep;
 
 /// The list of a repository's uncommitted changes. Thread: interface.
 class FileListViewModel final : public QObject
@@ -40,7 +42,7 @@ public:
     [[nodiscard]] int finishedFiles() const { return int(m_progress.finishedFiles); }
     [[nodiscard]] int totalFiles() const { return int(m_progress.totalFiles); }
 
-    /// Loads the files and the branch; one load at a time.
+    /// Loads the files and the branch, which the coordinator is told too; one load at a time.
     Q_INVOKABLE void load();
 
     /// Opens the file of this row on its first hunk; nothing for a row that is not there.
@@ -49,7 +51,7 @@ public:
     /// Goes back to the picker.
     Q_INVOKABLE void goBack();
 
-    /// Ends every job; what was published stays.
+    /// Ends every job. What was published stays, but for `isLoading`: a cancelled load has ended.
     Q_INVOKABLE void cancelAll();
 
 Q_SIGNALS:
@@ -62,6 +64,11 @@ Q_SIGNALS:
 
 private:
     Task<> runLoad();
+    void showProgress(const ListingProgress &reached);
+    void showFiles(const QList<FileChange> &files);
+    void showFailure(const ProcessFailure &failure);
+    void showEnd(const std::optional<QString> &branch);
+    void endLoad(StateStep<FileListViewModel> &step);
 
     Repo m_repo;
     GitWorker &m_gitWorker;
