@@ -7,9 +7,10 @@ set(VANTREL_MAY_USE_config platform)
 set(VANTREL_MAY_USE_persistence models config platform)
 set(VANTREL_MAY_USE_ai models config persistence platform)
 set(VANTREL_MAY_USE_app models platform git config persistence ai)
+set(VANTREL_MAY_USE_views app models platform git config persistence ai)
 
-add_library(vantrel_build_flags INTERFACE)
-target_compile_definitions(vantrel_build_flags INTERFACE
+add_library(vantrel_definitions INTERFACE)
+target_compile_definitions(vantrel_definitions INTERFACE
     QT_NO_KEYWORDS
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII
@@ -18,9 +19,17 @@ target_compile_definitions(vantrel_build_flags INTERFACE
     QT_NO_URL_CAST_FROM_STRING
     QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
     QT_STRICT_ITERATORS)
-target_compile_options(vantrel_build_flags INTERFACE
+set(VANTREL_WARNINGS
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Woverloaded-virtual
-    -Werror=switch -Werror=return-type $<$<BOOL:${VANTREL_WERROR}>:-Werror>)
+    -Werror=switch -Werror=return-type)
+if(VANTREL_WERROR)
+    list(APPEND VANTREL_WARNINGS -Werror)
+endif()
+
+# For targets whose every source is written by hand.
+add_library(vantrel_build_flags INTERFACE)
+target_compile_options(vantrel_build_flags INTERFACE ${VANTREL_WARNINGS})
+target_link_libraries(vantrel_build_flags INTERFACE vantrel_definitions)
 
 # One object file per header, so that a header that does not compile alone breaks the build.
 function(vantrel_header_checks name folder)
@@ -67,6 +76,8 @@ function(vantrel_module name)
     list(TRANSFORM arg_USES PREPEND Vantrel::)
     target_link_libraries(vantrel_${name}
         PUBLIC Qt6::Core ${arg_USES} ${arg_PUBLIC_LIBS}
-        PRIVATE ${arg_PRIVATE_LIBS} vantrel_build_flags)
+        PRIVATE ${arg_PRIVATE_LIBS} vantrel_definitions)
+    # By source, since what Qt generates from QML does not pass all of these warnings.
+    set_source_files_properties(${arg_SOURCES} PROPERTIES COMPILE_OPTIONS "${VANTREL_WARNINGS}")
     vantrel_header_checks(${name} ${arg_FOLDER} ${arg_SOURCES})
 endfunction()

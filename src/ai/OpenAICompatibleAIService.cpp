@@ -189,9 +189,9 @@ OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
     HttpRequest request;
     request.url = config->url;
     request.method = "POST";
-    request.headers.append({"Content-Type", "application/json"});
+    request.headers.emplaceBack("Content-Type", "application/json");
     if (config->apiKey) {
-        request.headers.append({"Authorization", "Bearer " + config->apiKey->toUtf8()});
+        request.headers.emplaceBack("Authorization", "Bearer " + config->apiKey->toUtf8());
     }
     request.body = encodeRequest(body);
     request.timeout = requestTimeout;

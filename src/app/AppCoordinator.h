@@ -13,7 +13,7 @@
 namespace vantrel {
 
 /// The navigation state that all screens read and change. Thread: interface.
-class AppCoordinator final : public QObject
+class AppCoordinator : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(RouteKind routeKind READ routeKind NOTIFY routeChanged)

@@ -1,0 +1,154 @@
+#include "app/OrbiskApp.h"
+#include "git/GitEnvironment.h"
+#include "platform/jobs/RunQueue.h"
+#include "views/DenyingNetworkAccess.h"
+#include "views/IconProvider.h"
+#include "views/SystemAppearance.h"
+
+#include <QCommandLineParser>
+#include <QFileInfo>
+#include <QFontDatabase>
+#include <QGuiApplication>
+#include <QOffscreenSurface>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
+#include <QQmlApplicationEngine>
+#include <QQmlExtensionPlugin>
+#include <QQuickWindow>
+
+#include <cstdio>
+#include <optional>
+
+Q_IMPORT_QML_PLUGIN(VantrelPlugin)
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int usageError = 2;
+
+/// Whether OpenGL is there and drawn by a GPU. Without a context Qt would abort, and a processor that
+/// imitates a GPU is far slower than Qt's own software renderer.
+bool hasHardwareOpenGl()
+{
+    QOpenGLContext context;
+    if (!context.create()) {
+        return false;
+    }
+    QOffscreenSurface surface;
+    surface.setFormat(context.format());
+    surface.create();
+    if (!surface.isValid() || !context.makeCurrent(&surface)) {
+        return false;
+    }
+    const QByteArray renderer(
+        reinterpret_cast<const char *>(context.functions()->glGetString(GL_RENDERER)));
+    context.doneCurrent();
+    return !renderer.contains("llvmpipe") && !renderer.contains("softpipe")
+        && !renderer.contains("swrast");
+}
+
+/// What the command line asks for: a folder to open, or an exit status to end with at once.
+struct Request
+{
+    QString folder{};
+    std::optional<int> exitStatus{};
+};
+
+Request readArguments(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        u"Reads the uncommitted changes of a git repository with the help of a language model."_s);
+    const QCommandLineOption help({u"h"_s, u"help"_s}, u"Show this help."_s);
+    const QCommandLineOption version({u"v"_s, u"version"_s}, u"Show the version."_s);
+    parser.addOptions({help, version});
+    parser.addPositionalArgument(u"FOLDER"_s, u"The repository to open."_s, u"[FOLDER]"_s);
+    if (!parser.parse(arguments)) {
+        std::fprintf(stderr, "vantrel: %s\n", qPrintable(parser.errorText()));
+        return {{}, usageError};
+    }
+    if (parser.isSet(help)) {
+        std::fputs(qPrintable(parser.helpText()), stdout);
+        return {{}, 0};
+    }
+    if (parser.isSet(version)) {
+        std::puts("vantrel " VANTREL_VERSION);
+        return {{}, 0};
+    }
+    const QStringList folders = parser.positionalArguments();
+    if (folders.size() > 1) {
+        std::fputs("vantrel: only one folder can be opened\n", stderr);
+        return {{}, usageError};
+    }
+    return {folders.value(0), std::nullopt};
+}
+
+/// The person's own places, but for a keychain service that a trial run names, so that it cannot touch
+/// the person's keys.
+vantrel::OrbiskApp::Places places()
+{
+    vantrel::OrbiskApp::Places places = vantrel::OrbiskApp::standardPlaces();
+    const QString trialService = qEnvironmentVariable("VANTREL_KEYCHAIN_SERVICE");
+    if (!trialService.isEmpty()) {
+        places.keychainService = trialService;
+    }
+    return places;
+}
+
+QStringList argumentList(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    return arguments;
+}
+
+int runApplication(int argc, char **argv, const QString &folder)
+{
+    const QGuiApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"vantrel"_s);
+    QGuiApplication::setApplicationDisplayName(u"Vantrel"_s);
+    QGuiApplication::setDesktopFileName(u"com.orbisk.app"_s);
+    vantrel::RunQueue::interfaceThread();
+    if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND") && !hasHardwareOpenGl()) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+
+    vantrel::OrbiskApp app(places());
+    vantrel::SystemAppearance appearance(app.appearanceController());
+    vantrel::DenyingNetworkAccess networkAccess;
+    QQmlApplicationEngine engine;
+    engine.setNetworkAccessManagerFactory(&networkAccess);
+    engine.addImageProvider(u"icon"_s, new vantrel::IconProvider);
+    engine.addImportPath(u"qrc:/qt/qml"_s);
+    engine.setInitialProperties({
+        {u"viewModel"_s, QVariant::fromValue(&app.rootViewModel())},
+        {u"appearance"_s, QVariant::fromValue(&appearance)},
+        {u"codeFamily"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family()},
+    });
+    engine.load(QUrl(u"qrc:/qt/qml/Vantrel/Main.qml"_s));
+    if (engine.rootObjects().isEmpty()) {
+        std::fputs("vantrel: the window could not be made\n", stderr);
+        return 1;
+    }
+    if (!folder.isEmpty()) {
+        const QString path = QFileInfo(folder).absoluteFilePath();
+        app.rootViewModel().openFolder(QUrl::fromLocalFile(path));
+    }
+    return QGuiApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // Before a window system is needed, so that both work anywhere.
+    const Request request = readArguments(argumentList(argc, argv));
+    if (request.exitStatus) {
+        return *request.exitStatus;
+    }
+    vantrel::pinGitEnvironment();
+    return runApplication(argc, argv, request.folder);
+}

@@ -1,0 +1,72 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Vantrel
+
+/// What every button shares: its size, its focus ring, and that screen readers can press it.
+T.AbstractButton {
+    id: root
+
+    property string iconName: ""
+    property color labelColor: Theme.inkHeading
+    property color fillColor: "transparent"
+    property color hoverColor: Theme.rowHover
+    property color pressedColor: Theme.rowPressed
+    property color borderColor: "transparent"
+    property font labelFont: Theme.bodyFont
+    property int radius: Theme.controlRadius
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Theme.controlSize
+    leftPadding: 14
+    rightPadding: 14
+    hoverEnabled: true
+    focusPolicy: Qt.StrongFocus
+
+    Accessible.role: Accessible.Button
+    Accessible.name: root.text
+    Accessible.description: root.enabled ? "" : qsTr("unavailable")
+    Accessible.onPressAction: root.clicked()
+
+    contentItem: Item {
+        implicitWidth: row.implicitWidth
+        implicitHeight: row.implicitHeight
+
+        Row {
+            id: row
+
+            anchors.centerIn: parent
+            spacing: Theme.spaceXs
+
+            Icon {
+                anchors.verticalCenter: parent.verticalCenter
+                visible: root.iconName !== ""
+                name: root.iconName
+                tint: label.color
+            }
+
+            PlainLabel {
+                id: label
+
+                visible: text !== ""
+                text: root.display === T.AbstractButton.IconOnly ? "" : root.text
+                font: root.labelFont
+                color: root.enabled ? root.labelColor : Theme.inkDisabled
+                Accessible.ignored: true
+            }
+        }
+    }
+
+    background: Rectangle {
+        radius: root.radius
+        color: !root.enabled ? root.fillColor : root.down ? root.pressedColor : root.hovered ? root.hoverColor : root.fillColor
+        border.width: Theme.hairlineWidth
+        border.color: root.borderColor
+
+        FocusRing {
+            visible: root.visualFocus
+            radius: root.radius
+        }
+    }
+}

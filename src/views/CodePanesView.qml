@@ -1,0 +1,240 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// Both sides of a file, one card for each hunk.
+FocusScope {
+    id: root
+
+    required property DiffViewModel viewModel
+
+    readonly property int scrollColumns: 8
+
+    function scrollTo(y: real, isAnimated: bool): void {
+        const target = Math.max(0, Math.min(y, flick.contentHeight - flick.height));
+        scrolling.stop();
+        if (isAnimated) {
+            scrolling.to = target;
+            scrolling.start();
+        } else {
+            flick.contentY = target;
+        }
+    }
+
+    function scrollSideways(x: real): void {
+        panes.contentX = Math.max(0, Math.min(x, panes.maximumContentX));
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
+
+    Rectangle {
+        id: header
+
+        width: root.width
+        height: Theme.paneHeaderSize
+        z: 1
+        color: Theme.window
+
+        PlainLabel {
+            x: 25
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("Before")
+            font: Theme.captionFont
+            lineHeight: Theme.captionLine
+            color: Theme.inkSecondary
+        }
+        PlainLabel {
+            x: root.width / 2 + Theme.spaceM
+            anchors.verticalCenter: parent.verticalCenter
+            text: qsTr("After")
+            font: Theme.captionFont
+            lineHeight: Theme.captionLine
+            color: Theme.inkSecondary
+        }
+        Rectangle {
+            anchors.bottom: parent.bottom
+            width: parent.width
+            height: Theme.hairlineWidth
+            color: Theme.line
+        }
+    }
+
+    Flickable {
+        id: flick
+
+        anchors.top: header.bottom
+        anchors.bottom: sideways.visible ? sideways.top : parent.bottom
+        width: root.width
+        clip: true
+        focus: true
+        activeFocusOnTab: true
+        boundsBehavior: Flickable.StopAtBounds
+        contentWidth: width
+        contentHeight: panes.contentHeight
+        interactive: false
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Changes")
+
+        CodePanesItem {
+            id: panes
+
+            y: flick.contentY
+            width: flick.width
+            height: flick.height
+            diff: root.viewModel
+            theme: Theme
+            isDark: Theme.dark
+            contentY: flick.contentY
+            onMaximumContentXChanged: root.scrollSideways(contentX)
+        }
+
+        Repeater {
+            model: panes.visibleCards
+
+            HunkCardView {
+                x: Theme.spaceM
+                y: cardTop
+                width: flick.width - 2 * Theme.spaceM
+                onSelected: {
+                    flick.forceActiveFocus();
+                    root.viewModel.select(hunkIndex);
+                }
+            }
+        }
+
+        WheelHandler {
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            orientation: Qt.Vertical
+            target: null
+            onWheel: event => {
+                const isSideways = event.modifiers & Qt.ShiftModifier;
+                const dx = event.pixelDelta.x !== 0 ? event.pixelDelta.x : event.angleDelta.x / 2;
+                const dy = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2;
+                root.scrollSideways(panes.contentX - (isSideways ? dy : dx));
+                if (!isSideways) {
+                    root.scrollTo(flick.contentY - dy, false);
+                }
+            }
+        }
+
+        Keys.onPressed: event => {
+            const page = flick.height - 2 * Theme.codeRowSize;
+            event.accepted = true;
+            switch (event.key) {
+            case Qt.Key_Down:
+            case Qt.Key_J:
+                root.viewModel.goNext();
+                break;
+            case Qt.Key_Up:
+            case Qt.Key_K:
+                root.viewModel.goPrevious();
+                break;
+            case Qt.Key_Home:
+                root.viewModel.select(0);
+                break;
+            case Qt.Key_End:
+                root.viewModel.select(root.viewModel.hunkCount - 1);
+                break;
+            case Qt.Key_PageDown:
+            case Qt.Key_Space:
+                root.scrollTo(flick.contentY + page, false);
+                break;
+            case Qt.Key_PageUp:
+                root.scrollTo(flick.contentY - page, false);
+                break;
+            case Qt.Key_Left:
+                root.scrollSideways(panes.contentX - root.scrollColumns * panes.columnWidth);
+                break;
+            case Qt.Key_Right:
+                root.scrollSideways(panes.contentX + root.scrollColumns * panes.columnWidth);
+                break;
+            case Qt.Key_Escape:
+                root.viewModel.goBack();
+                break;
+            default:
+                event.accepted = false;
+            }
+        }
+    }
+
+    NumberAnimation {
+        id: scrolling
+
+        target: flick
+        property: "contentY"
+        duration: Theme.scrollDuration
+        easing.type: Easing.InOutQuad
+    }
+
+    ThinScrollBar {
+        anchors.top: flick.top
+        anchors.bottom: flick.bottom
+        anchors.right: parent.right
+        size: flick.visibleArea.heightRatio
+        position: flick.visibleArea.yPosition
+        onPositionChanged: if (pressed) {
+            root.scrollTo(position * flick.contentHeight, false);
+        }
+    }
+
+    Rectangle {
+        id: sideways
+
+        anchors.bottom: parent.bottom
+        width: root.width
+        height: 10
+        visible: panes.maximumContentX > 0
+        color: Theme.surface
+
+        ThinScrollBar {
+            x: Theme.spaceM
+            width: parent.width - 2 * Theme.spaceM
+            height: parent.height
+            orientation: Qt.Horizontal
+            size: root.width / (root.width + panes.maximumContentX)
+            position: panes.contentX / (root.width + panes.maximumContentX)
+            onPositionChanged: if (pressed) {
+                root.scrollSideways(position * (root.width + panes.maximumContentX));
+            }
+        }
+    }
+
+    ErrorBox {
+        anchors.top: header.bottom
+        anchors.topMargin: Theme.spaceM
+        x: Theme.spaceM
+        width: root.width - 2 * Theme.spaceM
+        visible: message !== ""
+        message: root.viewModel.errorMessage
+    }
+
+    PlainLabel {
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: header.bottom
+        anchors.topMargin: Theme.spacePage
+        visible: words.hasNothingToShow
+        text: qsTr("There are no lines to show: the file is binary, empty, or only its mode has changed.")
+        color: Theme.inkTertiary
+    }
+
+    DiffToolbarPresenter {
+        id: words
+
+        diff: root.viewModel
+    }
+
+    Connections {
+        function onSelectedHunkIndexChanged(): void {
+            root.scrollTo(panes.contentYShowing(root.viewModel.selectedHunkIndex), true);
+        }
+        function onHunksChanged(): void {
+            root.scrollTo(panes.contentYShowing(root.viewModel.selectedHunkIndex), false);
+        }
+
+        target: root.viewModel
+    }
+}

@@ -1,0 +1,121 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Vantrel
+
+/// The bar of the diff screen: the way back, the file, the position, and the steps.
+ScreenToolbar {
+    id: root
+
+    required property DiffViewModel viewModel
+
+    backText: qsTr("All files")
+    onBack: root.viewModel.goBack()
+
+    DiffToolbarPresenter {
+        id: words
+
+        diff: root.viewModel
+    }
+
+    Rectangle {
+        id: divider
+
+        anchors.verticalCenter: parent.verticalCenter
+        x: Theme.spaceS
+        width: Theme.hairlineWidth
+        height: Theme.spaceXl
+        color: Theme.lineStrong
+    }
+
+    StatusBadge {
+        id: badge
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.left: divider.right
+        anchors.leftMargin: 14
+        status: words.status
+    }
+
+    PathLabel {
+        id: path
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.left: badge.right
+        anchors.leftMargin: 10
+        width: Math.min(implicitWidth, position.x - x - 120)
+        folder: words.folder
+        name: words.name
+        Accessible.role: Accessible.StaticText
+        Accessible.name: words.folder + words.name
+    }
+
+    Row {
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.left: path.right
+        anchors.leftMargin: Theme.spaceM
+        spacing: Theme.spaceM
+
+        CountLabel {
+            count: words.additions
+            isAddition: true
+        }
+        CountLabel {
+            count: words.deletions
+            isAddition: false
+        }
+    }
+
+    PlainLabel {
+        id: position
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: steps.left
+        anchors.rightMargin: Theme.spaceM
+        text: words.position
+        color: Theme.inkSecondary
+    }
+
+    Rectangle {
+        id: steps
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceM
+        width: 2 * 33 + 1
+        height: Theme.controlCompactSize
+        radius: Theme.controlRadius
+        color: Theme.card
+        border.width: Theme.hairlineWidth
+        border.color: Theme.lineStrong
+
+        Rectangle {
+            anchors.centerIn: parent
+            width: Theme.hairlineWidth
+            height: parent.height
+            color: Theme.lineStrong
+        }
+
+        QuietButton {
+            width: 33
+            height: parent.height
+            display: T.AbstractButton.IconOnly
+            iconName: "chevron-up"
+            text: words.previousName
+            enabled: root.viewModel.canGoPrevious
+            onClicked: root.viewModel.goPrevious()
+        }
+
+        QuietButton {
+            anchors.right: parent.right
+            width: 33
+            height: parent.height
+            display: T.AbstractButton.IconOnly
+            iconName: "chevron-down"
+            text: words.nextName
+            enabled: root.viewModel.canGoNext
+            onClicked: root.viewModel.goNext()
+        }
+    }
+}

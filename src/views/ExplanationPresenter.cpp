@@ -1,0 +1,88 @@
+#include "views/ExplanationPresenter.h"
+
+#include "ai/AIServiceError.h"
+
+namespace vantrel {
+
+void ExplanationPresenter::setDiff(DiffViewModel *diff)
+{
+    if (diff == m_diff) {
+        return;
+    }
+    if (m_diff) {
+        m_diff->disconnect(this);
+    }
+    m_diff = diff;
+    if (diff != nullptr) {
+        connect(diff, &DiffViewModel::hunksChanged, this, &ExplanationPresenter::changed);
+        connect(diff, &DiffViewModel::selectedHunkIndexChanged, this,
+                &ExplanationPresenter::changed);
+        connect(diff, &DiffViewModel::explanationChanged, this, [this](int hunkIndex) {
+            if (hunkIndex == m_diff->selectedHunkIndex()) {
+                Q_EMIT changed();
+            }
+        });
+    }
+    Q_EMIT diffChanged();
+    Q_EMIT changed();
+}
+
+ExplanationPresenter::State ExplanationPresenter::state() const
+{
+    const Hunk *const selected = hunk();
+    if (selected == nullptr || selected->explanationState.isIdle()) {
+        return State::none;
+    }
+    if (selected->explanationState.isLoading()) {
+        return prose().isEmpty() ? State::reading : State::streaming;
+    }
+    return selected->explanationState.isLoaded() ? State::loaded : State::failed;
+}
+
+QString ExplanationPresenter::tag() const
+{
+    const Hunk *const selected = hunk();
+    const auto *const explanation
+        = selected == nullptr ? nullptr : selected->explanationState.value();
+    return explanation == nullptr ? QString() : explanation->tag;
+}
+
+QString ExplanationPresenter::prose() const
+{
+    const Hunk *const selected = hunk();
+    if (selected == nullptr) {
+        return {};
+    }
+    if (const auto *const explanation = selected->explanationState.value()) {
+        return explanation->explanation;
+    }
+    return m_diff->streamingExplanationText(m_diff->selectedHunkIndex()).value_or(QString());
+}
+
+QStringList ExplanationPresenter::points() const
+{
+    const Hunk *const selected = hunk();
+    const auto *const explanation
+        = selected == nullptr ? nullptr : selected->explanationState.value();
+    return explanation == nullptr ? QStringList() : explanation->points;
+}
+
+QString ExplanationPresenter::message() const
+{
+    const Hunk *const selected = hunk();
+    const QString *const failure
+        = selected == nullptr ? nullptr : selected->explanationState.message();
+    return failure == nullptr ? QString() : *failure;
+}
+
+QString ExplanationPresenter::recoveryLabel() const
+{
+    return vantrel::recoveryLabel(message()).value_or(QString());
+}
+
+const Hunk *ExplanationPresenter::hunk() const
+{
+    return m_diff ? m_diff->selectedHunk() : nullptr;
+}
+
+} // namespace vantrel

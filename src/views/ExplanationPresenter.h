@@ -1,0 +1,58 @@
+#pragma once
+
+#include "app/DiffViewModel.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+#include <qqml.h>
+
+namespace vantrel {
+
+/// The explanation of the selected hunk as the sidebar shows it. Thread: interface.
+class ExplanationPresenter : public QObject
+{
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(vantrel::DiffViewModel *diff READ diff WRITE setDiff NOTIFY diffChanged)
+    Q_PROPERTY(State state READ state NOTIFY changed)
+    Q_PROPERTY(QString tag READ tag NOTIFY changed)
+    Q_PROPERTY(QString prose READ prose NOTIFY changed)
+    Q_PROPERTY(QStringList points READ points NOTIFY changed)
+    Q_PROPERTY(QString message READ message NOTIFY changed)
+    Q_PROPERTY(QString recoveryLabel READ recoveryLabel NOTIFY changed)
+
+public:
+    enum class State {
+        none, ///< There is no hunk, or it has not been asked for.
+        reading, ///< Asked for; nothing has come yet.
+        streaming, ///< Prose is coming.
+        loaded,
+        failed,
+    };
+    Q_ENUM(State)
+
+    using QObject::QObject;
+
+    [[nodiscard]] DiffViewModel *diff() const { return m_diff; }
+    void setDiff(DiffViewModel *diff);
+
+    [[nodiscard]] State state() const;
+    [[nodiscard]] QString tag() const;
+    [[nodiscard]] QString prose() const; ///< What has streamed in so far, or the whole.
+    [[nodiscard]] QStringList points() const;
+    [[nodiscard]] QString message() const; ///< Of a failure.
+    [[nodiscard]] QString recoveryLabel() const; ///< Empty when the settings cannot mend it.
+
+Q_SIGNALS:
+    void diffChanged();
+    void changed();
+
+private:
+    [[nodiscard]] const Hunk *hunk() const;
+
+    QPointer<DiffViewModel> m_diff{};
+};
+
+} // namespace vantrel

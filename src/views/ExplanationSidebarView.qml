@@ -1,0 +1,155 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// What the model says of the selected hunk, as it streams in and when it is there.
+Item {
+    id: root
+
+    required property DiffViewModel viewModel
+
+    implicitHeight: column.implicitHeight + 2 * Theme.spaceL
+
+    ExplanationPresenter {
+        id: explanation
+
+        diff: root.viewModel
+    }
+
+    Flickable {
+        id: flick
+
+        anchors.fill: parent
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        contentWidth: width
+        contentHeight: column.implicitHeight + 2 * Theme.spaceL
+        Accessible.role: Accessible.Section
+        Accessible.name: heading.text
+
+        Column {
+            id: column
+
+            x: Theme.spaceXl
+            y: Theme.spaceL
+            width: flick.width - 2 * Theme.spaceXl
+            spacing: Theme.spaceM
+            visible: explanation.state !== ExplanationPresenter.None
+
+            Item {
+                width: column.width
+                height: Theme.bodyLine
+
+                PlainLabel {
+                    id: heading
+
+                    text: qsTr("This change")
+                    font: Theme.bodyBoldFont
+                    color: Theme.inkHeading
+                    Accessible.role: Accessible.Heading
+                }
+
+                Rectangle {
+                    anchors.right: parent.right
+                    width: Math.min(140, tag.implicitWidth + 2 * Theme.spaceS)
+                    height: 20
+                    visible: explanation.tag !== ""
+                    radius: Theme.badgeRadius
+                    color: Theme.accentSoft
+
+                    PlainLabel {
+                        id: tag
+
+                        anchors.verticalCenter: parent.verticalCenter
+                        x: Theme.spaceS
+                        width: parent.width - 2 * Theme.spaceS
+                        text: explanation.tag
+                        font: Theme.smallFont
+                        lineHeight: Theme.smallLine
+                        color: Theme.accent
+                    }
+                }
+            }
+
+            Row {
+                visible: explanation.state === ExplanationPresenter.Reading
+                spacing: Theme.spaceS
+
+                ActivityDots {
+                    anchors.verticalCenter: parent.verticalCenter
+                }
+                PlainLabel {
+                    text: qsTr("Reading the hunk…")
+                    color: Theme.inkTertiary
+                }
+            }
+
+            PlainLabel {
+                width: column.width
+                visible: text !== ""
+                text: explanation.prose
+                wrapMode: Text.Wrap
+                elide: Text.ElideNone
+                Accessible.role: Accessible.Paragraph
+            }
+
+            ActivityDots {
+                visible: explanation.state === ExplanationPresenter.Streaming
+            }
+
+            Column {
+                visible: explanation.points.length > 0
+                width: column.width
+                spacing: 6
+
+                Repeater {
+                    model: explanation.points
+
+                    Item {
+                        id: point
+
+                        required property string modelData
+
+                        width: column.width
+                        height: pointLabel.implicitHeight
+
+                        Rectangle {
+                            y: Theme.bodyLine / 2 - 2
+                            width: Theme.spaceXs
+                            height: Theme.spaceXs
+                            color: Theme.accent
+                        }
+                        PlainLabel {
+                            id: pointLabel
+
+                            x: 14
+                            width: parent.width - x
+                            text: point.modelData
+                            wrapMode: Text.Wrap
+                            elide: Text.ElideNone
+                        }
+                    }
+                }
+            }
+
+            ErrorBox {
+                width: column.width
+                visible: message !== ""
+                message: explanation.message
+                linkText: explanation.recoveryLabel
+            }
+        }
+    }
+
+    ThinScrollBar {
+        anchors.top: flick.top
+        anchors.bottom: flick.bottom
+        anchors.right: parent.right
+        size: flick.visibleArea.heightRatio
+        position: flick.visibleArea.yPosition
+        onPositionChanged: if (pressed) {
+            flick.contentY = position * flick.contentHeight;
+        }
+    }
+}

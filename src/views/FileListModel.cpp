@@ -1,0 +1,96 @@
+#include "views/FileListModel.h"
+
+namespace vantrel {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString statusName(ChangeStatus status)
+{
+    switch (status) {
+    case ChangeStatus::modified: return FileListModel::tr("Modified");
+    case ChangeStatus::added: return FileListModel::tr("Added");
+    case ChangeStatus::deleted: return FileListModel::tr("Deleted");
+    }
+    Q_UNREACHABLE();
+}
+
+QString accessibleName(const FileChange &file)
+{
+    QString name = file.path + u", "_s + statusName(file.status);
+    if (file.additions > 0) {
+        name += u", "_s + FileListModel::tr("%1 lines added").arg(file.additions);
+    }
+    if (file.deletions > 0) {
+        name += u", "_s + FileListModel::tr("%1 lines deleted").arg(file.deletions);
+    }
+    return name;
+}
+
+} // namespace
+
+void FileListModel::setSource(FileListViewModel *source)
+{
+    if (source == m_source) {
+        return;
+    }
+    if (m_source) {
+        m_source->disconnect(this);
+    }
+    m_source = source;
+    if (source != nullptr) {
+        connect(source, &FileListViewModel::filesChanged, this, &FileListModel::takeFiles);
+    }
+    takeFiles();
+    Q_EMIT sourceChanged();
+}
+
+int FileListModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : count();
+}
+
+QVariant FileListModel::data(const QModelIndex &index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    const FileChange &file = m_files.at(index.row());
+    const qsizetype nameBegin = file.path.lastIndexOf(u'/') + 1;
+    switch (role) {
+    case FolderRole: return file.path.first(nameBegin);
+    case NameRole: return file.path.sliced(nameBegin);
+    case PathRole: return file.path;
+    case StatusRole: return rawValue(file.status);
+    case AdditionsRole: return int(file.additions);
+    case DeletionsRole: return int(file.deletions);
+    case HasHunksRole: return !file.hunks.isEmpty();
+    case AccessibleNameRole: return accessibleName(file);
+    default: return {};
+    }
+}
+
+QHash<int, QByteArray> FileListModel::roleNames() const
+{
+    return {{FolderRole, "folder"},       {NameRole, "name"},
+            {PathRole, "path"},           {StatusRole, "status"},
+            {AdditionsRole, "additions"}, {DeletionsRole, "deletions"},
+            {HasHunksRole, "hasHunks"},   {AccessibleNameRole, "accessibleName"}};
+}
+
+void FileListModel::takeFiles()
+{
+    beginResetModel();
+    m_files = m_source ? m_source->files() : QList<FileChange>();
+    m_additions = 0;
+    m_deletions = 0;
+    for (const FileChange &file : std::as_const(m_files)) {
+        m_additions += int(file.additions);
+        m_deletions += int(file.deletions);
+    }
+    endResetModel();
+    Q_EMIT totalsChanged();
+}
+
+} // namespace vantrel

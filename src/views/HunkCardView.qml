@@ -1,0 +1,94 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// What lies over a drawn hunk card: its head's words and tag, and the whole as a thing to click.
+Item {
+    id: root
+
+    required property int hunkIndex
+    required property real cardTop
+    required property real cardHeight
+    required property string range
+    required property string section
+    required property string tag
+    required property bool isExplaining
+    required property bool isSelected
+    required property string accessibleName
+
+    signal selected
+
+    height: root.cardHeight
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.accessibleName
+    Accessible.selected: root.isSelected
+    Accessible.onPressAction: root.selected()
+
+    TapHandler {
+        onTapped: root.selected()
+    }
+
+    HoverHandler {
+        id: hover
+
+        cursorShape: hover.point.position.y < Theme.cardHeadSize ? Qt.PointingHandCursor : Qt.ArrowCursor
+    }
+
+    PlainLabel {
+        id: rangeLabel
+
+        x: Theme.spaceM
+        height: Theme.cardHeadSize
+        verticalAlignment: Text.AlignVCenter
+        text: root.range
+        font: Theme.codeFont
+        color: Theme.inkTertiary
+        Accessible.ignored: true
+    }
+
+    PlainLabel {
+        anchors.left: rangeLabel.right
+        anchors.leftMargin: Theme.spaceS
+        anchors.right: tagBox.left
+        anchors.rightMargin: Theme.spaceM
+        height: Theme.cardHeadSize
+        verticalAlignment: Text.AlignVCenter
+        text: root.section
+        font: Theme.codeFont
+        Accessible.ignored: true
+    }
+
+    Rectangle {
+        id: tagBox
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceS
+        y: (Theme.cardHeadSize - height) / 2
+        width: root.tag === "" ? 0 : Math.min(140, tagLabel.implicitWidth + 2 * Theme.spaceS)
+        height: 20
+        visible: root.tag !== ""
+        radius: Theme.badgeRadius
+        color: root.isSelected ? Theme.card : "transparent"
+
+        PlainLabel {
+            id: tagLabel
+
+            anchors.verticalCenter: parent.verticalCenter
+            x: Theme.spaceS
+            width: parent.width - 2 * Theme.spaceS
+            text: root.tag
+            font: Theme.smallFont
+            lineHeight: Theme.smallLine
+            color: root.isSelected ? Theme.accent : Theme.inkSecondary
+            Accessible.ignored: true
+        }
+    }
+
+    ActivityDots {
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceM
+        y: (Theme.cardHeadSize - height) / 2
+        visible: root.isExplaining
+    }
+}

@@ -1,0 +1,40 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// The main window.
+Window {
+    id: root
+
+    required property RootViewModel viewModel
+    required property SystemAppearance appearance
+    required property string codeFamily
+
+    width: 1280
+    height: 824
+    minimumWidth: Theme.windowMinWidthSize
+    minimumHeight: Theme.windowMinHeightSize
+    visible: true
+    title: qsTr("Reviewer")
+    color: Theme.surface
+
+    Binding {
+        Theme.dark: root.appearance.isDark
+        Theme.codeFamily: root.codeFamily
+    }
+
+    RootView {
+        anchors.fill: parent
+        viewModel: root.viewModel
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        onActivated: Qt.quit()
+    }
+    Shortcut {
+        sequences: ["Ctrl+W"]
+        onActivated: root.close()
+    }
+}

@@ -1,0 +1,37 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// A path whose name stands out; the folder gives way first.
+Item {
+    id: root
+
+    required property string folder
+    required property string name
+
+    implicitWidth: folderLabel.implicitWidth + nameLabel.implicitWidth
+    implicitHeight: Theme.bodyLine
+
+    PlainLabel {
+        id: folderLabel
+
+        width: Math.max(0, Math.min(implicitWidth, root.width - nameLabel.width))
+        text: root.folder
+        color: Theme.inkTertiary
+        elide: Text.ElideLeft
+        Accessible.ignored: true
+    }
+
+    PlainLabel {
+        id: nameLabel
+
+        anchors.left: folderLabel.right
+        width: Math.min(implicitWidth, root.width)
+        text: root.name
+        font: Theme.bodyBoldFont
+        color: Theme.inkHeading
+        elide: Text.ElideMiddle
+        Accessible.ignored: true
+    }
+}

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "app/AppCoordinator.h"
+#include "app/DiffViewModel.h"
+#include "app/FileListViewModel.h"
+#include "app/RootViewModel.h"
+#include "persistence/KeychainAccessNotice.h"
+#include "views/SystemAppearance.h"
+
+#include <qqml.h>
+
+namespace vantrel {
+
+// The classes below QML that views are handed; each is made in C++ only.
+
+struct AppCoordinatorForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::AppCoordinator)
+    QML_NAMED_ELEMENT(AppCoordinator)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct RootViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::RootViewModel)
+    QML_NAMED_ELEMENT(RootViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct FileListViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::FileListViewModel)
+    QML_NAMED_ELEMENT(FileListViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct DiffViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::DiffViewModel)
+    QML_NAMED_ELEMENT(DiffViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct KeychainAccessNoticeForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::KeychainAccessNotice)
+    QML_NAMED_ELEMENT(KeychainAccessNotice)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct SystemAppearanceForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::SystemAppearance)
+    QML_NAMED_ELEMENT(SystemAppearance)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+} // namespace vantrel
