@@ -1,16 +1,20 @@
 #pragma once
 
-#include "ai/AIServiceError.h"
+#include "ai/HunkExplanationStreamEvent.h"
 #include "app/AppCoordinator.h"
+#include "git/ProcessRunnerError.h"
 #include "models/Hunk.h"
+#include "platform/NotificationCenter.h"
 #include "platform/jobs/Job.h"
 #include "platform/jobs/JobMap.h"
+#include "platform/jobs/SerialWorker.h"
 
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QStringView>
 
 #include <optional>
 
@@ -19,7 +23,8 @@ namespace vantrel {
 class AIWorker;
 class GitWorker;
 class KeychainAccessNotice;
-class NotificationCenter;
+template<typename Object>
+class StateStep;
 
 /// One file's hunks side by side, the selected hunk, and the explanations as they stream in.
 /// Thread: interface.
@@ -34,7 +39,8 @@ class DiffViewModel final : public QObject
     Q_PROPERTY(bool canGoNext READ canGoNext NOTIFY canGoChanged)
 
 public:
-    /// The references must outlive the view model. Nothing is loaded yet.
+    /// The references must outlive the view model. Nothing is loaded yet; changes of the
+    /// configuration are heard from now on.
     DiffViewModel(AppCoordinator::DiffRoute route, GitWorker &gitWorker, AIWorker &aiWorker,
                   KeychainAccessNotice &keychainAccessNotice, AppCoordinator &coordinator,
                   NotificationCenter &notificationCenter, QObject *parent = nullptr);
@@ -49,8 +55,11 @@ public:
     [[nodiscard]] QString errorMessage() const; ///< Empty when the hunks could be read.
 
     /// The prose received so far for a hunk that is being explained; nothing before the first
-    /// piece.
+    /// piece. A copy of its own: a shared one would make the next piece copy the whole text.
     [[nodiscard]] std::optional<QString> streamingExplanationText(int hunkIndex) const;
+
+    /// The same text without a copy, valid until the next change of this explanation.
+    [[nodiscard]] std::optional<QStringView> streamingExplanationView(int hunkIndex) const;
     [[nodiscard]] bool isExplanationProseFinished(int hunkIndex) const;
 
     /// The neighbours of the shown file in the listing, or null.
@@ -72,7 +81,7 @@ public:
     /// Goes back to the file list.
     Q_INVOKABLE void goBack();
 
-    /// Ends every job; what was published stays.
+    /// Ends every job. What was published stays, but for `isLoading`: a cancelled load has ended.
     Q_INVOKABLE void cancelAll();
 
 Q_SIGNALS:
@@ -84,17 +93,49 @@ Q_SIGNALS:
     void canGoChanged();
 
 private:
+    struct CanGo
+    {
+        bool previous = false;
+        bool next = false;
+
+        bool operator==(const CanGo &) const = default;
+    };
+
+    Task<> runLoad();
+    void showLoadFailure(const ProcessFailure &failure);
+    void showHunks(const QList<Hunk> &hunks);
+
+    /// Starts the job that explains an idle hunk; false when there is nothing to start. The caller
+    /// sends `explanationChanged` once its step is complete.
+    bool startExplanation(int hunkIndex);
+    Task<> runExplanation(int hunkIndex);
+    void showProse(int hunkIndex, const HunkExplanationStreamEvent &event);
+    void endExplanation(int hunkIndex, LoadableState<HunkExplanation> state);
+
+    Task<> runConfigChanges(NotificationCenter::Stream notifications);
+    void retryFailedExplanations();
+
+    [[nodiscard]] bool isHunk(int index) const;
+    [[nodiscard]] CanGo canGo() const;
+    void setSelectedHunk(StateStep<DiffViewModel> &step, int hunkIndex);
+    void openFile(const FileChange &file, AppCoordinator::InitialHunkSelection selection);
+
     AppCoordinator::DiffRoute m_route;
     GitWorker &m_gitWorker;
     AIWorker &m_aiWorker;
     KeychainAccessNotice &m_keychainAccessNotice;
     AppCoordinator &m_coordinator;
+    qsizetype m_fileIndex; ///< The shown file's place in the listing, or -1.
     QList<Hunk> m_hunks{};
     int m_selectedHunkIndex = 0;
     bool m_isLoading = false;
     std::optional<QString> m_errorMessage{};
     QHash<int, QString> m_streamingExplanationText{};
     QSet<int> m_explanationProseFinished{};
+
+    /// Lays out hunks and writes their texts, which takes longer than a frame for large files. Left
+    /// alone at the end, so that leaving a large file does not wait for it.
+    SerialWorker m_layoutWorker{SerialWorker::AtEnd::leave};
     JobMap<int> m_explanationTasks{};
     Job m_loadTask{};
     Job m_configChangeTask{};
