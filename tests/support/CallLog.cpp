@@ -1,12 +1,14 @@
 #include "support/CallLog.h"
 
+#include <algorithm>
+
 namespace vantrel::test {
 
 void CallLog::append(const QString &entry)
 {
     {
         const std::lock_guard lock(m_mutex);
-        m_entries.append(entry);
+        m_entries.push_back(entry);
     }
     m_appended.notify_all();
 }
@@ -14,13 +16,15 @@ void CallLog::append(const QString &entry)
 QStringList CallLog::entries() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_entries;
+    return QStringList(m_entries.cbegin(), m_entries.cend());
 }
 
 void CallLog::waitFor(const QString &entry) const
 {
     std::unique_lock lock(m_mutex);
-    m_appended.wait(lock, [&] { return m_entries.contains(entry); });
+    m_appended.wait(lock, [&] {
+        return std::find(m_entries.cbegin(), m_entries.cend(), entry) != m_entries.cend();
+    });
 }
 
 } // namespace vantrel::test

@@ -5,6 +5,7 @@
 
 #include <condition_variable>
 #include <mutex>
+#include <vector>
 
 namespace vantrel::test {
 
@@ -21,7 +22,10 @@ public:
 private:
     mutable std::mutex m_mutex;
     mutable std::condition_variable m_appended;
-    QStringList m_entries{}; ///< Guarded by `m_mutex`.
+
+    /// Guarded by `m_mutex`. No Qt list, since one that a reader shared a moment ago on another
+    /// thread is changed in place, which the thread sanitizer takes for a race.
+    std::vector<QString> m_entries{};
 };
 
 } // namespace vantrel::test

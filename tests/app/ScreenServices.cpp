@@ -1,0 +1,46 @@
+#include "ScreenServices.h"
+
+#include "platform/jobs/Job.h"
+#include "platform/jobs/RunQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <utility>
+
+namespace vantrel::test {
+
+namespace {
+
+Task<> askForBranch(GitWorker *gitWorker)
+{
+    auto asking = gitWorker->currentBranch(QUrl());
+    const auto branch = co_await std::move(asking);
+    EXPECT_TRUE(branch);
+}
+
+} // namespace
+
+ScreenServices::~ScreenServices()
+{
+    git.close();
+}
+
+void ScreenServices::waitForGit()
+{
+    git.answerCurrentBranch(std::optional<QString>());
+    const Job job(askForBranch(&gitWorker));
+    runUntil([&job] { return !job.isActive(); });
+}
+
+void runUntilIdle()
+{
+    RunQueue::interfaceThread().runUntilIdle();
+}
+
+void runUntil(const std::function<bool()> &isDone)
+{
+    RunQueue::interfaceThread().runUntil(isDone);
+}
+
+} // namespace vantrel::test

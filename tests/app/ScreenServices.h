@@ -1,0 +1,49 @@
+#pragma once
+
+#include "ai/AIWorker.h"
+#include "app/AppCoordinator.h"
+#include "git/GitWorker.h"
+#include "persistence/KeychainAccessNotice.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+#include "support/CallLog.h"
+#include "support/FakeAIService.h"
+#include "support/FakeGitService.h"
+
+#include <QTemporaryDir>
+
+#include <functional>
+
+namespace vantrel::test {
+
+/// The services that the composition root hands to screens, over fakes that share one log.
+struct ScreenServices
+{
+    ScreenServices() = default;
+    ScreenServices(const ScreenServices &) = delete;
+    ScreenServices &operator=(const ScreenServices &) = delete;
+    ~ScreenServices();
+
+    /// Returns when git's thread has ended everything that it was asked so far, and its answers
+    /// have arrived. Asks for the branch of no repository, which the log shows.
+    void waitForGit();
+
+    CallLog log{};
+    QTemporaryDir preferencesFolder{};
+    UserDefaults defaults{preferencesFolder.path()};
+    NotificationCenter notificationCenter{};
+    FakeGitService git{log};
+    GitWorker gitWorker{git};
+    FakeAIService ai{log};
+    AIWorker aiWorker{ai};
+    KeychainAccessNotice notice{defaults};
+    AppCoordinator coordinator{};
+};
+
+/// Runs what is ready on the interface thread.
+void runUntilIdle();
+
+/// Runs the interface thread, and waits for workers, until `isDone`.
+void runUntil(const std::function<bool()> &isDone);
+
+} // namespace vantrel::test
