@@ -20,8 +20,14 @@ Window {
     color: Theme.surface
 
     Binding {
-        Theme.dark: root.appearance.isDark
-        Theme.codeFamily: root.codeFamily
+        target: Theme
+        property: "dark"
+        value: root.appearance.isDark
+    }
+    Binding {
+        target: Theme
+        property: "codeFamily"
+        value: root.codeFamily
     }
 
     RootView {
