@@ -126,6 +126,7 @@ int runApplication(int argc, char **argv, const QString &folder)
     engine.setInitialProperties({
         {u"viewModel"_s, QVariant::fromValue(&app.rootViewModel())},
         {u"appearance"_s, QVariant::fromValue(&appearance)},
+        {u"uiFamily"_s, QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()},
         {u"codeFamily"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family()},
     });
     engine.load(QUrl(u"qrc:/qt/qml/Vantrel/Main.qml"_s));

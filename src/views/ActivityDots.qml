@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
@@ -22,9 +21,8 @@ Row {
             height: 5
             radius: 2.5
             color: Theme.accent
-            opacity: 0.25
 
-            SequentialAnimation on opacity {
+            SequentialAnimation on opacity  {
                 running: root.visible
                 loops: Animation.Infinite
 
@@ -32,6 +30,7 @@ Row {
                     duration: dot.index * Theme.standardDuration
                 }
                 NumberAnimation {
+                    from: 0.25
                     to: 1
                     duration: Theme.dotsDuration / 2
                     easing.type: Easing.InOutSine

@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Templates as T
 import Vantrel
@@ -29,33 +28,11 @@ T.AbstractButton {
     Accessible.description: root.enabled ? "" : qsTr("unavailable")
     Accessible.onPressAction: root.clicked()
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
-
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Theme.spaceXs
-
-            Icon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.iconName !== ""
-                name: root.iconName
-                tint: label.color
-            }
-
-            PlainLabel {
-                id: label
-
-                visible: text !== ""
-                text: root.display === T.AbstractButton.IconOnly ? "" : root.text
-                font: root.labelFont
-                color: root.enabled ? root.labelColor : Theme.inkDisabled
-                Accessible.ignored: true
-            }
-        }
+    contentItem: ButtonContent {
+        text: root.display === T.AbstractButton.IconOnly ? "" : root.text
+        iconName: root.iconName
+        font: root.labelFont
+        color: root.enabled ? root.labelColor : Theme.inkDisabled
     }
 
     background: Rectangle {

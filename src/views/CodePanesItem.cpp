@@ -176,7 +176,9 @@ void CodePanesItem::geometryChange(const QRectF &newGeometry, const QRectF &oldG
     QQuickPaintedItem::geometryChange(newGeometry, oldGeometry);
     updateVisibleCards();
     update();
-    Q_EMIT rangeChanged();
+    if (newGeometry.width() != oldGeometry.width()) {
+        Q_EMIT rangeChanged();
+    }
 }
 
 void CodePanesItem::readTheme()
@@ -352,7 +354,7 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
 
     if (textX + qreal(text.size()) * m_columnWidth > textLeft + room + 1) {
         painter.setPen(QPen(m_colors.mark, 1.2));
-        const QPointF tip(area.right() - 3, area.center().y());
+        const QPointF tip(area.right() - 4, area.center().y());
         painter.drawPolyline(QPolygonF{tip + QPointF(-3, -3.5), tip, tip + QPointF(-3, 3.5)});
     }
 }

@@ -31,12 +31,12 @@ ExplanationPresenter::State ExplanationPresenter::state() const
 {
     const Hunk *const selected = hunk();
     if (selected == nullptr || selected->explanationState.isIdle()) {
-        return State::none;
+        return State::None;
     }
     if (selected->explanationState.isLoading()) {
-        return prose().isEmpty() ? State::reading : State::streaming;
+        return prose().isEmpty() ? State::Reading : State::Streaming;
     }
-    return selected->explanationState.isLoaded() ? State::loaded : State::failed;
+    return selected->explanationState.isLoaded() ? State::Loaded : State::Failed;
 }
 
 QString ExplanationPresenter::tag() const

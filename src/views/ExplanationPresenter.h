@@ -24,12 +24,13 @@ class ExplanationPresenter : public QObject
     Q_PROPERTY(QString recoveryLabel READ recoveryLabel NOTIFY changed)
 
 public:
+    /// In capitals, since QML knows no other enumerators.
     enum class State {
-        none, ///< There is no hunk, or it has not been asked for.
-        reading, ///< Asked for; nothing has come yet.
-        streaming, ///< Prose is coming.
-        loaded,
-        failed,
+        None, ///< There is no hunk, or it has not been asked for.
+        Reading, ///< Asked for; nothing has come yet.
+        Streaming, ///< Prose is coming.
+        Loaded,
+        Failed,
     };
     Q_ENUM(State)
 

@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
@@ -52,7 +51,7 @@ Item {
 
                 Rectangle {
                     anchors.right: parent.right
-                    width: Math.min(140, tag.implicitWidth + 2 * Theme.spaceS)
+                    width: tag.width + 2 * Theme.spaceS
                     height: 20
                     visible: explanation.tag !== ""
                     radius: Theme.badgeRadius
@@ -63,7 +62,7 @@ Item {
 
                         anchors.verticalCenter: parent.verticalCenter
                         x: Theme.spaceS
-                        width: parent.width - 2 * Theme.spaceS
+                        width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
                         text: explanation.tag
                         font: Theme.smallFont
                         lineHeight: Theme.smallLine

@@ -1,10 +1,9 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
 /// The uncommitted changes of a repository, one row for each file.
-Rectangle {
+FocusScope {
     id: root
 
     required property FileListViewModel viewModel
@@ -15,8 +14,12 @@ Rectangle {
         root.viewModel.openFile(list.currentIndex);
     }
 
-    color: Theme.surface
     Component.onCompleted: root.viewModel.load()
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
 
     FileListModel {
         id: files

@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
@@ -65,7 +64,7 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceS
         y: (Theme.cardHeadSize - height) / 2
-        width: root.tag === "" ? 0 : Math.min(140, tagLabel.implicitWidth + 2 * Theme.spaceS)
+        width: tagLabel.width + 2 * Theme.spaceS
         height: 20
         visible: root.tag !== ""
         radius: Theme.badgeRadius
@@ -76,7 +75,7 @@ Item {
 
             anchors.verticalCenter: parent.verticalCenter
             x: Theme.spaceS
-            width: parent.width - 2 * Theme.spaceS
+            width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
             text: root.tag
             font: Theme.smallFont
             lineHeight: Theme.smallLine

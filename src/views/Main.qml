@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
@@ -9,6 +8,7 @@ Window {
 
     required property RootViewModel viewModel
     required property SystemAppearance appearance
+    required property string uiFamily
     required property string codeFamily
 
     width: 1280
@@ -29,6 +29,11 @@ Window {
         property: "codeFamily"
         value: root.codeFamily
     }
+    Binding {
+        target: Theme
+        property: "uiFamily"
+        value: root.uiFamily
+    }
 
     RootView {
         anchors.fill: parent
@@ -36,7 +41,7 @@ Window {
     }
 
     Shortcut {
-        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        sequences: ["Ctrl+Q"]
         onActivated: Qt.quit()
     }
     Shortcut {

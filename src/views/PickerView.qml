@@ -1,16 +1,18 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import QtQuick.Dialogs
 import Vantrel
 
 /// Where a repository is chosen.
-Rectangle {
+FocusScope {
     id: root
 
     required property RootViewModel viewModel
 
-    color: Theme.surface
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
 
     Column {
         id: block
@@ -22,7 +24,8 @@ Rectangle {
         Image {
             width: 56
             height: 56
-            sourceSize: Qt.size(56 * Screen.devicePixelRatio, 56 * Screen.devicePixelRatio)
+            sourceSize.width: 56 * Screen.devicePixelRatio
+            sourceSize.height: 56 * Screen.devicePixelRatio
             source: "qrc:/qt/qml/Vantrel/icons/app.svg"
             Accessible.ignored: true
         }

@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import Vantrel
 
 /// A button that looks like text until it is met.

@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
@@ -14,16 +13,16 @@ Rectangle {
     function showScreen(): void {
         if (root.viewModel.diff !== null) {
             screen.setSource("DiffView.qml", {
-                viewModel: root.viewModel.diff
-            });
+                    "viewModel": root.viewModel.diff
+                });
         } else if (root.viewModel.fileList !== null) {
             screen.setSource("FileListView.qml", {
-                viewModel: root.viewModel.fileList
-            });
+                    "viewModel": root.viewModel.fileList
+                });
         } else {
             screen.setSource("PickerView.qml", {
-                viewModel: root.viewModel
-            });
+                    "viewModel": root.viewModel
+                });
         }
     }
 

@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import Vantrel
 
 /// Another thing that can be done.

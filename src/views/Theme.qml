@@ -1,14 +1,14 @@
 pragma Singleton
-
 import QtQuick
 
-/// Every colour, size, font and duration of the interface, by meaning.
+/// Every colour, size, font and duration of the interface, by meaning. No name begins with "on", which
+/// QML would take for a signal handler.
 QtObject {
     id: root
 
     /// Set by the window from the chosen appearance or the desktop's.
     property bool dark: false
-    property string uiFamily: Qt.application.font.family
+    property string uiFamily: "sans-serif"
     property string codeFamily: "monospace"
 
     // Surfaces, inks and marks
@@ -29,7 +29,7 @@ QtObject {
     readonly property color accentFill: dark ? "#3B6B9B" : "#2C5A88"
     readonly property color accentFillHover: dark ? "#4475A6" : "#244C75"
     readonly property color accentFillPressed: dark ? "#315B85" : "#1C3E61"
-    readonly property color onAccent: dark ? "#FBFCFD" : "#FFFEFB"
+    readonly property color inkOnAccent: dark ? "#FBFCFD" : "#FFFEFB"
     readonly property color accentSoft: dark ? "#263340" : "#E2E9F0"
     readonly property color accentLine: dark ? "#425A72" : "#B4C6D8"
     readonly property color rowHover: dark ? "#2F2C27" : "#F4F0E8"
@@ -57,7 +57,7 @@ QtObject {
     readonly property color errorSoft: dark ? "#38231E" : "#FCEDE8"
     readonly property color errorLine: dark ? "#6B4037" : "#E8C1B6"
     readonly property color danger: dark ? "#A8452F" : "#9B3019"
-    readonly property color onDanger: dark ? "#FFFBFA" : "#FFFEFB"
+    readonly property color inkOnDanger: dark ? "#FFFBFA" : "#FFFEFB"
     readonly property color note: dark ? "#332B1B" : "#F7EFDB"
     readonly property color noteLine: dark ? "#5A4C2D" : "#E4D3A8"
     readonly property color noteInk: dark ? "#E3CC98" : "#604710"
@@ -67,9 +67,9 @@ QtObject {
     readonly property color scrollHandle: dark ? "#5A544B" : "#B9B0A0"
     readonly property color scrollHandleHover: dark ? "#7B7366" : "#938A7A"
     readonly property color tooltip: dark ? "#EDE6DA" : "#2A2723"
-    readonly property color onTooltip: dark ? "#201E1A" : "#FAF8F3"
+    readonly property color inkOnTooltip: dark ? "#201E1A" : "#FAF8F3"
     readonly property color windowClose: dark ? "#C24A33" : "#B23A22"
-    readonly property color onWindowClose: dark ? "#FFFEFB" : "#FFFEFB"
+    readonly property color inkOnWindowClose: dark ? "#FFFEFB" : "#FFFEFB"
 
     // Veils
     readonly property color scrim: dark ? "#8C0C0B09" : "#661E1B17"
@@ -101,6 +101,7 @@ QtObject {
     readonly property int chipSize: 28
     readonly property int badgeSize: 20
     readonly property int badgeSmallSize: 18
+    readonly property int tagMaxSize: 140
     readonly property int menuRowSize: 30
     readonly property int fileRowSize: 56
     readonly property int recentRowSize: 56
@@ -131,25 +132,65 @@ QtObject {
     readonly property int focusOffsetWidth: 2
 
     // Type
-    readonly property font displayFont: Qt.font({ family: uiFamily, pixelSize: 26, weight: Font.DemiBold })
+    readonly property font displayFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 26,
+            "weight": Font.DemiBold
+        })
     readonly property int displayLine: 36
-    readonly property font titleFont: Qt.font({ family: uiFamily, pixelSize: 20, weight: Font.DemiBold })
+    readonly property font titleFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 20,
+            "weight": Font.DemiBold
+        })
     readonly property int titleLine: 28
-    readonly property font headingFont: Qt.font({ family: uiFamily, pixelSize: 15, weight: Font.DemiBold })
+    readonly property font headingFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 15,
+            "weight": Font.DemiBold
+        })
     readonly property int headingLine: 22
-    readonly property font proseFont: Qt.font({ family: uiFamily, pixelSize: 14, weight: Font.Normal })
+    readonly property font proseFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 14,
+            "weight": Font.Normal
+        })
     readonly property int proseLine: 22
-    readonly property font bodyFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.Normal })
+    readonly property font bodyFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 13,
+            "weight": Font.Normal
+        })
     readonly property int bodyLine: 20
-    readonly property font bodyBoldFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.DemiBold })
+    readonly property font bodyBoldFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 13,
+            "weight": Font.DemiBold
+        })
     readonly property int bodyBoldLine: 20
-    readonly property font smallFont: Qt.font({ family: uiFamily, pixelSize: 12, weight: Font.Normal })
+    readonly property font smallFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 12,
+            "weight": Font.Normal
+        })
     readonly property int smallLine: 18
-    readonly property font captionFont: Qt.font({ family: uiFamily, pixelSize: 11, weight: Font.DemiBold })
+    readonly property font captionFont: Qt.font({
+            "family": uiFamily,
+            "pixelSize": 11,
+            "weight": Font.DemiBold
+        })
     readonly property int captionLine: 16
-    readonly property font codeFont: Qt.font({ family: codeFamily, pixelSize: 12, weight: Font.Normal })
+    readonly property font codeFont: Qt.font({
+            "family": codeFamily,
+            "pixelSize": 12,
+            "weight": Font.Normal
+        })
     readonly property int codeLine: 20
-    readonly property font codeNumberFont: Qt.font({ family: codeFamily, pixelSize: 11, weight: Font.Normal })
+    readonly property font codeNumberFont: Qt.font({
+            "family": codeFamily,
+            "pixelSize": 11,
+            "weight": Font.Normal
+        })
     readonly property int codeNumberLine: 20
 
     // Durations in milliseconds

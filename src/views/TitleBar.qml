@@ -1,5 +1,4 @@
 pragma ComponentBehavior: Bound
-
 import QtQuick
 import Vantrel
 
@@ -12,7 +11,7 @@ Rectangle {
     implicitHeight: Theme.titleBarSize
     color: Theme.window
     Accessible.role: Accessible.TitleBar
-    Accessible.name: [title.text, root.coordinator.repositoryName, root.coordinator.branchName].filter(part => part !== "").join(", ")
+    Accessible.name: title.text + (root.coordinator.repositoryName === "" ? "" : ", " + root.coordinator.repositoryName) + (root.coordinator.branchName === "" ? "" : ", " + root.coordinator.branchName)
 
     PlainLabel {
         id: title
