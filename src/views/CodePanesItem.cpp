@@ -219,8 +219,7 @@ void CodePanesItem::takeHunks()
     const QList<Hunk> &hunks = m_diff ? m_diff->hunks() : none;
     m_layout = PanesLayout(hunks);
     const int digits = int(QString::number(largestNumber(hunks)).size());
-    m_gutterWidth
-        = gutterMinimum + gutterDigitWidth * std::max(0, digits - gutterMinimumDigits);
+    m_gutterWidth = gutterMinimum + gutterDigitWidth * std::max(0, digits - gutterMinimumDigits);
     m_longestLine = 0;
     m_measureTask = Job(measureLines(hunks));
     updateVisibleCards();
@@ -325,9 +324,9 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
     painter.setPen(m_colors.number.at(kind));
     if (line.number) {
         painter.setFont(m_numberFont);
-        painter.drawText(QRectF(area.left(), area.top(), m_gutterWidth - numberMargin,
-                                area.height()),
-                         Qt::AlignRight | Qt::AlignVCenter, QString::number(*line.number));
+        painter.drawText(
+            QRectF(area.left(), area.top(), m_gutterWidth - numberMargin, area.height()),
+            Qt::AlignRight | Qt::AlignVCenter, QString::number(*line.number));
     }
     painter.setFont(m_codeFont);
     const qreal signLeft = area.left() + m_gutterWidth;

@@ -15,9 +15,9 @@ namespace vantrel {
 
 /// Draws the part of a file's hunk cards that is in view: both panes, one card per hunk.
 ///
-/// The item is as large as the viewport and draws only the rows and columns that it shows, so a file
-/// of any length costs the same. What must be met by pointers and screen readers (card heads, tags)
-/// lies over it as items made from `visibleCards`. Thread: interface.
+/// The item is as large as the viewport and draws only the rows and columns that it shows, so a
+/// file of any length costs the same. What must be met by pointers and screen readers (card heads,
+/// tags) lies over it as items made from `visibleCards`. Thread: interface.
 class CodePanesItem : public QQuickPaintedItem
 {
     Q_OBJECT
@@ -50,8 +50,8 @@ public:
     [[nodiscard]] qreal columnWidth() const { return m_columnWidth; }
     [[nodiscard]] QAbstractListModel *visibleCards() { return &m_visibleCards; }
 
-    /// Where to scroll so that the card of this hunk is in view, from `contentY`: by the least amount,
-    /// or to its head when the card is higher than the viewport.
+    /// Where to scroll so that the card of this hunk is in view, from `contentY`: by the least
+    /// amount, or to its head when the card is higher than the viewport.
     Q_INVOKABLE [[nodiscard]] qreal contentYShowing(int hunkIndex) const;
 
     void paint(QPainter *painter) override;

@@ -42,8 +42,8 @@ ExplanationPresenter::State ExplanationPresenter::state() const
 QString ExplanationPresenter::tag() const
 {
     const Hunk *const selected = hunk();
-    const auto *const explanation
-        = selected == nullptr ? nullptr : selected->explanationState.value();
+    const auto *const explanation =
+        selected == nullptr ? nullptr : selected->explanationState.value();
     return explanation == nullptr ? QString() : explanation->tag;
 }
 
@@ -62,16 +62,16 @@ QString ExplanationPresenter::prose() const
 QStringList ExplanationPresenter::points() const
 {
     const Hunk *const selected = hunk();
-    const auto *const explanation
-        = selected == nullptr ? nullptr : selected->explanationState.value();
+    const auto *const explanation =
+        selected == nullptr ? nullptr : selected->explanationState.value();
     return explanation == nullptr ? QStringList() : explanation->points;
 }
 
 QString ExplanationPresenter::message() const
 {
     const Hunk *const selected = hunk();
-    const QString *const failure
-        = selected == nullptr ? nullptr : selected->explanationState.message();
+    const QString *const failure =
+        selected == nullptr ? nullptr : selected->explanationState.message();
     return failure == nullptr ? QString() : *failure;
 }
 

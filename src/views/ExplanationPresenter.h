@@ -26,8 +26,8 @@ class ExplanationPresenter : public QObject
 public:
     /// In capitals, since QML knows no other enumerators.
     enum class State {
-        None, ///< There is no hunk, or it has not been asked for.
-        Reading, ///< Asked for; nothing has come yet.
+        None,      ///< There is no hunk, or it has not been asked for.
+        Reading,   ///< Asked for; nothing has come yet.
         Streaming, ///< Prose is coming.
         Loaded,
         Failed,
@@ -43,7 +43,7 @@ public:
     [[nodiscard]] QString tag() const;
     [[nodiscard]] QString prose() const; ///< What has streamed in so far, or the whole.
     [[nodiscard]] QStringList points() const;
-    [[nodiscard]] QString message() const; ///< Of a failure.
+    [[nodiscard]] QString message() const;       ///< Of a failure.
     [[nodiscard]] QString recoveryLabel() const; ///< Empty when the settings cannot mend it.
 
 Q_SIGNALS:

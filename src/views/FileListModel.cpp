@@ -9,9 +9,12 @@ namespace {
 QString statusName(ChangeStatus status)
 {
     switch (status) {
-    case ChangeStatus::modified: return FileListModel::tr("Modified");
-    case ChangeStatus::added: return FileListModel::tr("Added");
-    case ChangeStatus::deleted: return FileListModel::tr("Deleted");
+    case ChangeStatus::modified:
+        return FileListModel::tr("Modified");
+    case ChangeStatus::added:
+        return FileListModel::tr("Added");
+    case ChangeStatus::deleted:
+        return FileListModel::tr("Deleted");
     }
     Q_UNREACHABLE();
 }
@@ -59,15 +62,24 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const
     const FileChange &file = m_files.at(index.row());
     const qsizetype nameBegin = file.path.lastIndexOf(u'/') + 1;
     switch (role) {
-    case FolderRole: return file.path.first(nameBegin);
-    case NameRole: return file.path.sliced(nameBegin);
-    case PathRole: return file.path;
-    case StatusRole: return rawValue(file.status);
-    case AdditionsRole: return int(file.additions);
-    case DeletionsRole: return int(file.deletions);
-    case HasHunksRole: return !file.hunks.isEmpty();
-    case AccessibleNameRole: return accessibleName(file);
-    default: return {};
+    case FolderRole:
+        return file.path.first(nameBegin);
+    case NameRole:
+        return file.path.sliced(nameBegin);
+    case PathRole:
+        return file.path;
+    case StatusRole:
+        return rawValue(file.status);
+    case AdditionsRole:
+        return int(file.additions);
+    case DeletionsRole:
+        return int(file.deletions);
+    case HasHunksRole:
+        return !file.hunks.isEmpty();
+    case AccessibleNameRole:
+        return accessibleName(file);
+    default:
+        return {};
     }
 }
 

@@ -21,13 +21,13 @@ class FileListModel : public QAbstractListModel
 public:
     enum Role {
         FolderRole = Qt::UserRole + 1, ///< QString: the path up to and with its last slash
-        NameRole, ///< QString: the rest of the path
-        PathRole, ///< QString
-        StatusRole, ///< QString: "M", "A" or "D"
-        AdditionsRole, ///< int
-        DeletionsRole, ///< int
-        HasHunksRole, ///< bool
-        AccessibleNameRole, ///< QString
+        NameRole,                      ///< QString: the rest of the path
+        PathRole,                      ///< QString
+        StatusRole,                    ///< QString: "M", "A" or "D"
+        AdditionsRole,                 ///< int
+        DeletionsRole,                 ///< int
+        HasHunksRole,                  ///< bool
+        AccessibleNameRole,            ///< QString
     };
 
     using QAbstractListModel::QAbstractListModel;

@@ -6,9 +6,9 @@
 
 namespace vantrel {
 
-/// Where the cards of a file's hunks lie below one another, in pixels. A card is a head, rows of one
-/// height and an end; cards stand apart by a gap. The heights differ from card to card, so the tops
-/// are summed up once and found by bisection.
+/// Where the cards of a file's hunks lie below one another, in pixels. A card is a head, rows of
+/// one height and an end; cards stand apart by a gap. The heights differ from card to card, so the
+/// tops are summed up once and found by bisection.
 class PanesLayout
 {
 public:

@@ -26,8 +26,8 @@ constexpr int portalTimeoutMs = 2000;
 bool isPaletteDark()
 {
     const QPalette palette = QGuiApplication::palette();
-    return palette.color(QPalette::Window).lightness()
-        < palette.color(QPalette::WindowText).lightness();
+    return palette.color(QPalette::Window).lightness() <
+           palette.color(QPalette::WindowText).lightness();
 }
 
 } // namespace
@@ -37,8 +37,7 @@ SystemAppearance::SystemAppearance(AppearanceController &controller, QObject *pa
     , m_controller(controller)
     , m_isSystemDark(isPaletteDark())
 {
-    connect(&controller, &AppearanceController::appearanceChanged, this,
-            &SystemAppearance::update);
+    connect(&controller, &AppearanceController::appearanceChanged, this, &SystemAppearance::update);
     askPortal();
     update();
 }
@@ -46,8 +45,8 @@ SystemAppearance::SystemAppearance(AppearanceController &controller, QObject *pa
 void SystemAppearance::portalSettingChanged(const QDBusMessage &message)
 {
     const QVariantList arguments = message.arguments();
-    if (arguments.size() == 3 && arguments.at(0) == appearanceGroup
-        && arguments.at(1) == colorSchemeKey) {
+    if (arguments.size() == 3 && arguments.at(0) == appearanceGroup &&
+        arguments.at(1) == colorSchemeKey) {
         takeColorScheme(arguments.at(2));
     }
 }
@@ -60,11 +59,11 @@ void SystemAppearance::askPortal()
     }
     bus.connect(portalService, portalPath, portalInterface, u"SettingChanged"_s, this,
                 SLOT(portalSettingChanged(QDBusMessage)));
-    auto question
-        = QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, u"Read"_s);
+    auto question =
+        QDBusMessage::createMethodCall(portalService, portalPath, portalInterface, u"Read"_s);
     question << appearanceGroup << colorSchemeKey;
-    auto *const watcher
-        = new QDBusPendingCallWatcher(bus.asyncCall(question, portalTimeoutMs), this);
+    auto *const watcher =
+        new QDBusPendingCallWatcher(bus.asyncCall(question, portalTimeoutMs), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
         const QDBusPendingReply<QDBusVariant> reply = *watcher;
@@ -88,8 +87,8 @@ void SystemAppearance::takeColorScheme(const QVariant &value)
 void SystemAppearance::update()
 {
     const AppAppearance appearance = m_controller.appearance();
-    const bool isDark = appearance == AppAppearance::dark
-        || (appearance == AppAppearance::system && m_isSystemDark);
+    const bool isDark = appearance == AppAppearance::dark ||
+                        (appearance == AppAppearance::system && m_isSystemDark);
     if (isDark != m_isDark) {
         m_isDark = isDark;
         Q_EMIT isDarkChanged();

@@ -10,8 +10,8 @@ class QDBusMessage;
 namespace vantrel {
 
 /// Whether the interface is dark now: as the person chose, or as the desktop announces through its
-/// portal (`org.freedesktop.appearance`, `color-scheme`), also while the application runs. Without a
-/// portal the palette of the platform decides. Thread: interface.
+/// portal (`org.freedesktop.appearance`, `color-scheme`), also while the application runs. Without
+/// a portal the palette of the platform decides. Thread: interface.
 class SystemAppearance final : public QObject
 {
     Q_OBJECT

@@ -55,9 +55,8 @@ protected:
     void openFile(const QString &path)
     {
         const QList<FileChange> &files = root().fileList()->files();
-        const auto found = std::find_if(files.cbegin(), files.cend(), [&](const FileChange &file) {
-            return file.path == path;
-        });
+        const auto found = std::find_if(files.cbegin(), files.cend(),
+                                        [&](const FileChange &file) { return file.path == path; });
         ASSERT_NE(found, files.cend());
         root().fileList()->openFile(int(found - files.cbegin()));
         loadDiff();
@@ -74,8 +73,8 @@ protected:
     {
         test::spinUntil([this] {
             const Hunk *const hunk = root().diff()->selectedHunk();
-            return hunk != nullptr && !hunk->explanationState.isLoading()
-                && !hunk->explanationState.isIdle();
+            return hunk != nullptr && !hunk->explanationState.isLoading() &&
+                   !hunk->explanationState.isIdle();
         });
     }
 
@@ -88,9 +87,8 @@ QStringList described(const QList<FileChange> &files)
 {
     QStringList lines;
     for (const FileChange &file : files) {
-        lines.append(rawValue(file.status) + u' ' + file.path + u" +"_s
-                     + QString::number(file.additions) + u" -"_s
-                     + QString::number(file.deletions));
+        lines.append(rawValue(file.status) + u' ' + file.path + u" +"_s +
+                     QString::number(file.additions) + u" -"_s + QString::number(file.deletions));
     }
     return lines;
 }
@@ -134,10 +132,10 @@ TEST_F(ReviewWalk, ExplainsTheSelectedHunkWithTheExpectedRequest)
     const Hunk &hunk = root().diff()->hunks().at(0);
     HunkExplanation expected;
     expected.tag = u"Behaviour"_s;
-    expected.explanation
-        = u"This is a sample answer; no model was asked. The hunk in "
-          "`src/auth/token_store.cpp` adds 2 lines and removes 1 line. Its first changed word is "
-          "`constexpr`."_s;
+    expected.explanation =
+        u"This is a sample answer; no model was asked. The hunk in "
+        "`src/auth/token_store.cpp` adds 2 lines and removes 1 line. Its first changed word is "
+        "`constexpr`."_s;
     expected.points = {u"2 lines added, 1 line removed."_s, u"Made by fixed rules."_s};
     expected.suggestedQuestions = {u"What could break?"_s, u"How is it tested?"_s};
     ASSERT_TRUE(hunk.explanationState.isLoaded());
@@ -168,8 +166,8 @@ TEST_F(ReviewWalk, StepsThroughTheHunksAndAcrossTheFilesInBothDirections)
     openFile(u"src/auth/token_store.cpp"_s);
     QStringList walk;
     const auto note = [&] {
-        walk.append(root().diff()->file().path + u' '
-                    + QString::number(root().diff()->selectedHunkIndex()));
+        walk.append(root().diff()->file().path + u' ' +
+                    QString::number(root().diff()->selectedHunkIndex()));
     };
 
     note();

@@ -17,10 +17,9 @@ constexpr int processLimitMs = 60'000; // Only ever reached by a defect.
 
 SampleProvider::SampleProvider(const QStringList &options)
 {
-    const QStringList arguments
-        = QStringList{u"--delay-ms"_s, u"0"_s, u"--until-stdin-closes"_s, u"--log"_s,
-                      m_folder.filePath(u"log"_s)}
-        + options;
+    const QStringList arguments = QStringList{u"--delay-ms"_s, u"0"_s, u"--until-stdin-closes"_s,
+                                              u"--log"_s, m_folder.filePath(u"log"_s)} +
+                                  options;
     m_process.start(QString::fromUtf8(SAMPLE_PROVIDER), arguments);
     QByteArray line;
     while (!line.endsWith('\n') && m_process.waitForReadyRead(processLimitMs)) {

@@ -17,7 +17,8 @@ struct ReceivedRequest
     bool operator==(const ReceivedRequest &) const = default;
 };
 
-/// Takes HTTP/1.1 requests with a Content-Length out of a connection's bytes, however they are split.
+/// Takes HTTP/1.1 requests with a Content-Length out of a connection's bytes, however they are
+/// split.
 class HttpRequestParser
 {
 public:

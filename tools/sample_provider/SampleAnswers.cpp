@@ -73,8 +73,8 @@ QString explanation(const QString &message)
 {
     const Counts counts = count(diffIn(message));
     const QString path = pathIn(message);
-    QString prose = notice + u" The hunk in `"_s + path + u"` adds "_s + lines(counts.added)
-        + u" and removes "_s + lines(counts.removed) + u"."_s;
+    QString prose = notice + u" The hunk in `"_s + path + u"` adds "_s + lines(counts.added) +
+                    u" and removes "_s + lines(counts.removed) + u"."_s;
     if (!counts.firstChange.isEmpty()) {
         prose += u" Its first changed word is `"_s + counts.firstChange + u"`."_s;
     }
@@ -85,8 +85,8 @@ QString explanation(const QString &message)
                     u"Made by fixed rules."_s}},
         {u"suggestedQuestions"_s, QJsonArray{u"What could break?"_s, u"How is it tested?"_s}},
     };
-    return prose + u"\n---META---\n"_s
-        + QString::fromUtf8(QJsonDocument(metadata).toJson(QJsonDocument::Compact));
+    return prose + u"\n---META---\n"_s +
+           QString::fromUtf8(QJsonDocument(metadata).toJson(QJsonDocument::Compact));
 }
 
 } // namespace
@@ -113,13 +113,13 @@ QString answerTo(const SampleQuestion &question)
     const QString &message = question.lastMessage;
     if (prompt.startsWith("You summarise a single file"_L1)) {
         const Counts counts = count(diffIn(message));
-        return u"Sample summary: adds "_s + lines(counts.added) + u", removes "_s
-            + lines(counts.removed) + u"."_s;
+        return u"Sample summary: adds "_s + lines(counts.added) + u", removes "_s +
+               lines(counts.removed) + u"."_s;
     }
     if (prompt.startsWith("You look at every changed file"_L1)) {
         const int files = int(message.count("\n\n---\n\n"_L1)) + 1;
-        return notice + u" The change touches "_s + QString::number(files)
-            + (files == 1 ? u" file."_s : u" files."_s);
+        return notice + u" The change touches "_s + QString::number(files) +
+               (files == 1 ? u" file."_s : u" files."_s);
     }
     if (prompt.startsWith("You explain one hunk"_L1)) {
         return explanation(message);
@@ -128,8 +128,8 @@ QString answerTo(const SampleQuestion &question)
         return u"[\"What could break?\", \"Who calls this?\"]"_s;
     }
     const Counts counts = count(diffIn(prompt));
-    return notice + u" You asked: "_s + message + u" The hunk adds "_s + lines(counts.added)
-        + u" and removes "_s + lines(counts.removed) + u"."_s;
+    return notice + u" You asked: "_s + message + u" The hunk adds "_s + lines(counts.added) +
+           u" and removes "_s + lines(counts.removed) + u"."_s;
 }
 
 } // namespace vantrel::sample

@@ -25,8 +25,9 @@ QByteArray toJson(const QJsonObject &object)
 
 QByteArray response(int status, const QByteArray &body)
 {
-    return "HTTP/1.1 " + QByteArray::number(status) + " Sample\r\nContent-Type: application/json\r\n"
-        + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
+    return "HTTP/1.1 " + QByteArray::number(status) +
+           " Sample\r\nContent-Type: application/json\r\n" +
+           "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }
 
 QByteArray errorBody(const QString &message)
@@ -127,7 +128,8 @@ void SampleServer::takeConnections(QTcpServer &server)
             parser->feed(socket->readAll());
             ReceivedRequest request;
             auto outcome = parser->next(request);
-            for (; outcome == HttpRequestParser::Outcome::complete; outcome = parser->next(request)) {
+            for (; outcome == HttpRequestParser::Outcome::complete;
+                 outcome = parser->next(request)) {
                 answer(socket, request);
             }
             if (outcome == HttpRequestParser::Outcome::invalid) {

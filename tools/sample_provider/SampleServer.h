@@ -20,9 +20,9 @@ class SampleServer final : public QObject
 public:
     struct Options
     {
-        quint16 port = 0; ///< 0: the system chooses.
-        int delayMs = 15; ///< Between two chunks of a streamed answer.
-        int status = 0; ///< Answers every request with this status; 0: answers it.
+        quint16 port = 0;  ///< 0: the system chooses.
+        int delayMs = 15;  ///< Between two chunks of a streamed answer.
+        int status = 0;    ///< Answers every request with this status; 0: answers it.
         QString logFile{}; ///< One line of JSON per request; empty: none.
     };
 
