@@ -9,7 +9,10 @@ Window {
 
     required property RootViewModel viewModel
     required property SystemAppearance appearance
+    required property string uiFamily
     required property string codeFamily
+
+    property bool reducesMotion: root.appearance.reducesMotion
 
     width: 1280
     height: 824
@@ -26,6 +29,16 @@ Window {
     }
     Binding {
         target: Theme
+        property: "reducesMotion"
+        value: root.reducesMotion
+    }
+    Binding {
+        target: Theme
+        property: "uiFamily"
+        value: root.uiFamily
+    }
+    Binding {
+        target: Theme
         property: "codeFamily"
         value: root.codeFamily
     }
@@ -36,7 +49,7 @@ Window {
     }
 
     Shortcut {
-        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        sequences: ["Ctrl+Q"]
         onActivated: Qt.quit()
     }
     Shortcut {

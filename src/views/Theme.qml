@@ -8,8 +8,10 @@ QtObject {
 
     /// Set by the window from the chosen appearance or the desktop's.
     property bool dark: false
-    property string uiFamily: Qt.application.font.family
+    property string uiFamily: "sans-serif"
     property string codeFamily: "monospace"
+    /// Whether the desktop asks for stillness: then nothing takes time.
+    property bool reducesMotion: false
 
     // Surfaces, inks and marks
     readonly property color window: dark ? "#191714" : "#F1EDE4"
@@ -101,12 +103,15 @@ QtObject {
     readonly property int chipSize: 28
     readonly property int badgeSize: 20
     readonly property int badgeSmallSize: 18
+    readonly property int tagMaxSize: 140
     readonly property int menuRowSize: 30
     readonly property int fileRowSize: 56
     readonly property int recentRowSize: 56
     readonly property int sidebarSize: 380
     readonly property int sidebarMinSize: 320
     readonly property int sidebarMaxSize: 560
+    readonly property int panelSize: 208
+    readonly property int panelMinSize: 160
     readonly property int sheetWidthSize: 520
     readonly property int alertWidthSize: 420
     readonly property int iconSize: 16
@@ -154,10 +159,15 @@ QtObject {
 
     // Durations in milliseconds
     readonly property int instantDuration: 0
-    readonly property int fastDuration: 90
-    readonly property int standardDuration: 160
-    readonly property int scrollDuration: 220
-    readonly property int sheetInDuration: 200
+    readonly property int fastDuration: reducesMotion ? 0 : 90
+    readonly property int standardDuration: reducesMotion ? 0 : 160
+    readonly property int scrollDuration: reducesMotion ? 0 : 220
+    readonly property int sheetInDuration: reducesMotion ? 0 : 200
     readonly property int pulseDuration: 1400
     readonly property int dotsDuration: 1200
+    /// How strong what pulses is while it stands still.
+    readonly property real stillOpacity: 0.7
+    /// Work that ends sooner leaves no trace on screen.
+    readonly property int patienceDuration: 150
+    readonly property int toolTipDelayDuration: 600
 }
