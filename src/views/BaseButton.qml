@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Vantrel
@@ -28,11 +29,16 @@ T.AbstractButton {
     Accessible.description: root.enabled ? "" : qsTr("unavailable")
     Accessible.onPressAction: root.clicked()
 
-    contentItem: ButtonContent {
+    contentItem: ButtonLabel {
         text: root.display === T.AbstractButton.IconOnly ? "" : root.text
         iconName: root.iconName
         font: root.labelFont
-        color: root.enabled ? root.labelColor : Theme.inkDisabled
+        ink: root.enabled ? root.labelColor : Theme.inkDisabled
+    }
+
+    ToolTipLabel {
+        visible: root.hovered && root.display === T.AbstractButton.IconOnly
+        text: root.text
     }
 
     background: Rectangle {

@@ -17,11 +17,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr qreal sideMargin = 12;
-constexpr qreal borderWidth = 1;
+constexpr qreal borderWidth = PanesLayout::border;
 constexpr qreal cornerRadius = 8;
 constexpr qreal signWidth = 18;
 constexpr qreal textIndent = 3;
-constexpr qreal cutMarkWidth = 10;
+constexpr qreal cutMarkRoom = 14;
+constexpr QPointF cutMarkArm(2.5, 2.75);
+constexpr qreal cutMarkMargin = 7.5;
 constexpr qreal gutterMinimum = 44;
 constexpr int gutterMinimumDigits = 5;
 constexpr qreal gutterDigitWidth = 7;
@@ -42,7 +44,7 @@ std::int64_t largestNumber(const QList<Hunk> &hunks)
     return largest;
 }
 
-qsizetype longestLine(const QList<Hunk> &hunks, const WorkControl &control)
+qsizetype longestOf(const QList<Hunk> &hunks, const WorkControl &control)
 {
     qsizetype longest = 0;
     for (const Hunk &hunk : hunks) {
@@ -134,7 +136,7 @@ void CodePanesItem::setContentY(qreal y)
 qreal CodePanesItem::maximumContentX() const
 {
     const qreal longest = std::ceil(qreal(m_longestLine) * m_columnWidth);
-    const qreal room = paneTextWidth() - cutMarkWidth;
+    const qreal room = paneTextWidth() - cutMarkRoom;
     return longest <= room ? 0 : longest - room;
 }
 
@@ -240,7 +242,7 @@ void CodePanesItem::updateVisibleCards()
 
 Task<> CodePanesItem::measureLines(QList<Hunk> hunks)
 {
-    auto measure = [hunks](const WorkControl &control) { return longestLine(hunks, control); };
+    auto measure = [hunks](const WorkControl &control) { return longestOf(hunks, control); };
     auto measured = m_measureWorker.run(std::move(measure));
     m_longestLine = co_await std::move(measured);
     Q_EMIT rangeChanged();
@@ -260,6 +262,8 @@ void CodePanesItem::paintCard(QPainter &painter, int card) const
     const QRectF frame(sideMargin, top, width() - 2 * sideMargin,
                        m_layout.cardBottom(card) - m_layout.cardTop(card));
 
+    const qreal rowsTop = m_layout.rowsTop(card) - m_contentY;
+
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_colors.card);
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
@@ -268,15 +272,12 @@ void CodePanesItem::paintCard(QPainter &painter, int card) const
     QPainterPath headCorners;
     headCorners.addRoundedRect(frame, cornerRadius, cornerRadius);
     painter.save();
-    painter.setClipRect(QRectF(frame.left(), top, frame.width(), PanesLayout::headHeight),
-                        Qt::IntersectClip);
+    painter.setClipRect(QRectF(frame.left(), top, frame.width(), rowsTop - top), Qt::IntersectClip);
     painter.drawPath(headCorners);
     painter.restore();
-    painter.fillRect(QRectF(frame.left(), top + PanesLayout::headHeight - borderWidth,
-                            frame.width(), borderWidth),
+    painter.fillRect(QRectF(frame.left(), rowsTop - borderWidth, frame.width(), borderWidth),
                      m_colors.line);
 
-    const qreal rowsTop = top + PanesLayout::headHeight;
     const auto rows = hunk.rows.size();
     const auto first = std::max<qsizetype>(0, qsizetype(-rowsTop / PanesLayout::rowHeight));
     for (qsizetype i = first; i < rows; ++i) {
@@ -340,7 +341,7 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
 
     // Only the columns in view are turned into text and laid out.
     const qreal textLeft = signLeft + signWidth + textIndent;
-    const qreal room = area.right() - textLeft - cutMarkWidth;
+    const qreal room = area.right() - textLeft - cutMarkRoom;
     const auto firstColumn = qsizetype(m_contentX / m_columnWidth);
     const auto columns = qsizetype(std::max<qreal>(0, room) / m_columnWidth) + 2;
     const QString text = visibleCode(line.text, firstColumn, columns + 1);
@@ -352,9 +353,10 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
     painter.restore();
 
     if (textX + qreal(text.size()) * m_columnWidth > textLeft + room + 1) {
-        painter.setPen(QPen(m_colors.mark, 1.2));
-        const QPointF tip(area.right() - 4, area.center().y());
-        painter.drawPolyline(QPolygonF{tip + QPointF(-3, -3.5), tip, tip + QPointF(-3, 3.5)});
+        painter.setPen(QPen(m_colors.mark, borderWidth));
+        const QPointF tip(area.right() - cutMarkMargin, area.center().y());
+        painter.drawPolyline(
+            QPolygonF{tip - cutMarkArm, tip, tip + QPointF(-cutMarkArm.x(), cutMarkArm.y())});
     }
 }
 

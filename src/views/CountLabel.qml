@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import Vantrel
 
@@ -11,10 +12,6 @@ PlainLabel {
 
     text: root.count === 0 ? "" : (root.isAddition ? "+" : "−") + root.count
     font: Theme.codeFont
-    height: Theme.bodyLine
-    lineHeightMode: Text.ProportionalHeight
-    lineHeight: 1
-    verticalAlignment: Text.AlignVCenter
     color: root.isAddition ? Theme.diffAddedInk : Theme.diffDeletedInk
     horizontalAlignment: Text.AlignRight
 }

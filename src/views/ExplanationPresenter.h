@@ -24,7 +24,7 @@ class ExplanationPresenter : public QObject
     Q_PROPERTY(QString recoveryLabel READ recoveryLabel NOTIFY changed)
 
 public:
-    /// In capitals, since QML knows no other enumerators.
+    /// Capitalised, since QML does not see other enumerators.
     enum class State {
         None,      ///< There is no hunk, or it has not been asked for.
         Reading,   ///< Asked for; nothing has come yet.

@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import Vantrel
 
@@ -7,6 +8,8 @@ Item {
     id: root
 
     required property DiffViewModel viewModel
+
+    readonly property bool hasExplanation: explanation.state !== ExplanationPresenter.None
 
     implicitHeight: column.implicitHeight + 2 * Theme.spaceL
 
@@ -34,7 +37,7 @@ Item {
             y: Theme.spaceL
             width: flick.width - 2 * Theme.spaceXl
             spacing: Theme.spaceM
-            visible: explanation.state !== ExplanationPresenter.None
+            visible: root.hasExplanation
 
             Item {
                 width: column.width
@@ -52,7 +55,7 @@ Item {
                 Rectangle {
                     anchors.right: parent.right
                     width: tag.width + 2 * Theme.spaceS
-                    height: 20
+                    height: Theme.badgeSize
                     visible: explanation.tag !== ""
                     radius: Theme.badgeRadius
                     color: Theme.accentSoft
@@ -65,7 +68,7 @@ Item {
                         width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
                         text: explanation.tag
                         font: Theme.smallFont
-                        lineHeight: Theme.smallLine
+                        line: Theme.smallLine
                         color: Theme.accent
                     }
                 }

@@ -1,5 +1,7 @@
 #include "views/FileListModel.h"
 
+#include <algorithm>
+
 namespace vantrel {
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,6 +49,13 @@ void FileListModel::setSource(FileListViewModel *source)
     }
     takeFiles();
     Q_EMIT sourceChanged();
+}
+
+int FileListModel::rowOf(const QString &path) const
+{
+    const auto found = std::find_if(m_files.cbegin(), m_files.cend(),
+                                    [&path](const FileChange &file) { return file.path == path; });
+    return found == m_files.cend() ? -1 : int(found - m_files.cbegin());
 }
 
 int FileListModel::rowCount(const QModelIndex &parent) const

@@ -38,6 +38,9 @@ public:
     [[nodiscard]] int additions() const { return m_additions; }
     [[nodiscard]] int deletions() const { return m_deletions; }
 
+    /// The row of the file at `path`, or -1.
+    Q_INVOKABLE [[nodiscard]] int rowOf(const QString &path) const;
+
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;

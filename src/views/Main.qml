@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import Vantrel
 
@@ -10,6 +11,8 @@ Window {
     required property SystemAppearance appearance
     required property string uiFamily
     required property string codeFamily
+
+    property bool reducesMotion: root.appearance.reducesMotion
 
     width: 1280
     height: 824
@@ -26,13 +29,18 @@ Window {
     }
     Binding {
         target: Theme
-        property: "codeFamily"
-        value: root.codeFamily
+        property: "reducesMotion"
+        value: root.reducesMotion
     }
     Binding {
         target: Theme
         property: "uiFamily"
         value: root.uiFamily
+    }
+    Binding {
+        target: Theme
+        property: "codeFamily"
+        value: root.codeFamily
     }
 
     RootView {

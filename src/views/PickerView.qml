@@ -1,18 +1,16 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Dialogs
 import Vantrel
 
 /// Where a repository is chosen.
-FocusScope {
+Rectangle {
     id: root
 
     required property RootViewModel viewModel
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.surface
-    }
+    color: Theme.surface
 
     Column {
         id: block
@@ -37,7 +35,7 @@ FocusScope {
             width: block.width
             text: qsTr("Open a repository to read its working changes.")
             font: Theme.displayFont
-            lineHeight: Theme.displayLine
+            line: Theme.displayLine
             color: Theme.inkHeading
             wrapMode: Text.Wrap
             elide: Text.ElideNone
@@ -51,7 +49,7 @@ FocusScope {
             width: block.width
             text: qsTr("Pick any folder containing a .git directory. Every uncommitted file is summarised, and each hunk gets an explanation you can question.")
             font: Theme.proseFont
-            lineHeight: Theme.proseLine
+            line: Theme.proseLine
             color: Theme.inkSecondary
             wrapMode: Text.Wrap
             elide: Text.ElideNone

@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import Vantrel
 
 /// The one thing to do next; one in a view.

@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import Vantrel
 
@@ -20,7 +21,7 @@ Rectangle {
         id: backButton
 
         anchors.verticalCenter: parent.verticalCenter
-        x: Theme.spaceM
+        x: Theme.spaceS + Theme.hairlineWidth
         text: root.backText
         iconName: "chevron-left"
         onClicked: root.back()

@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import Vantrel
 
 /// Another thing that can be done.

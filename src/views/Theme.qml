@@ -1,4 +1,5 @@
 pragma Singleton
+
 import QtQuick
 
 /// Every colour, size, font and duration of the interface, by meaning. No name begins with "on", which
@@ -10,6 +11,8 @@ QtObject {
     property bool dark: false
     property string uiFamily: "sans-serif"
     property string codeFamily: "monospace"
+    /// Whether the desktop asks for stillness: then nothing takes time.
+    property bool reducesMotion: false
 
     // Surfaces, inks and marks
     readonly property color window: dark ? "#191714" : "#F1EDE4"
@@ -108,6 +111,8 @@ QtObject {
     readonly property int sidebarSize: 380
     readonly property int sidebarMinSize: 320
     readonly property int sidebarMaxSize: 560
+    readonly property int panelSize: 208
+    readonly property int panelMinSize: 160
     readonly property int sheetWidthSize: 520
     readonly property int alertWidthSize: 420
     readonly property int iconSize: 16
@@ -132,73 +137,38 @@ QtObject {
     readonly property int focusOffsetWidth: 2
 
     // Type
-    readonly property font displayFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 26,
-            "weight": Font.DemiBold
-        })
+    readonly property font displayFont: Qt.font({ family: uiFamily, pixelSize: 26, weight: Font.DemiBold })
     readonly property int displayLine: 36
-    readonly property font titleFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 20,
-            "weight": Font.DemiBold
-        })
+    readonly property font titleFont: Qt.font({ family: uiFamily, pixelSize: 20, weight: Font.DemiBold })
     readonly property int titleLine: 28
-    readonly property font headingFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 15,
-            "weight": Font.DemiBold
-        })
+    readonly property font headingFont: Qt.font({ family: uiFamily, pixelSize: 15, weight: Font.DemiBold })
     readonly property int headingLine: 22
-    readonly property font proseFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 14,
-            "weight": Font.Normal
-        })
+    readonly property font proseFont: Qt.font({ family: uiFamily, pixelSize: 14, weight: Font.Normal })
     readonly property int proseLine: 22
-    readonly property font bodyFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 13,
-            "weight": Font.Normal
-        })
+    readonly property font bodyFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.Normal })
     readonly property int bodyLine: 20
-    readonly property font bodyBoldFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 13,
-            "weight": Font.DemiBold
-        })
+    readonly property font bodyBoldFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.DemiBold })
     readonly property int bodyBoldLine: 20
-    readonly property font smallFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 12,
-            "weight": Font.Normal
-        })
+    readonly property font smallFont: Qt.font({ family: uiFamily, pixelSize: 12, weight: Font.Normal })
     readonly property int smallLine: 18
-    readonly property font captionFont: Qt.font({
-            "family": uiFamily,
-            "pixelSize": 11,
-            "weight": Font.DemiBold
-        })
+    readonly property font captionFont: Qt.font({ family: uiFamily, pixelSize: 11, weight: Font.DemiBold })
     readonly property int captionLine: 16
-    readonly property font codeFont: Qt.font({
-            "family": codeFamily,
-            "pixelSize": 12,
-            "weight": Font.Normal
-        })
+    readonly property font codeFont: Qt.font({ family: codeFamily, pixelSize: 12, weight: Font.Normal })
     readonly property int codeLine: 20
-    readonly property font codeNumberFont: Qt.font({
-            "family": codeFamily,
-            "pixelSize": 11,
-            "weight": Font.Normal
-        })
+    readonly property font codeNumberFont: Qt.font({ family: codeFamily, pixelSize: 11, weight: Font.Normal })
     readonly property int codeNumberLine: 20
 
     // Durations in milliseconds
     readonly property int instantDuration: 0
-    readonly property int fastDuration: 90
-    readonly property int standardDuration: 160
-    readonly property int scrollDuration: 220
-    readonly property int sheetInDuration: 200
+    readonly property int fastDuration: reducesMotion ? 0 : 90
+    readonly property int standardDuration: reducesMotion ? 0 : 160
+    readonly property int scrollDuration: reducesMotion ? 0 : 220
+    readonly property int sheetInDuration: reducesMotion ? 0 : 200
     readonly property int pulseDuration: 1400
     readonly property int dotsDuration: 1200
+    /// How strong what pulses is while it stands still.
+    readonly property real stillOpacity: 0.7
+    /// Work that ends sooner leaves no trace on screen.
+    readonly property int patienceDuration: 150
+    readonly property int toolTipDelayDuration: 600
 }

@@ -1,4 +1,5 @@
 pragma ComponentBehavior: Bound
+
 import QtQuick
 import Vantrel
 
@@ -8,10 +9,14 @@ Rectangle {
 
     required property AppCoordinator coordinator
 
+    function listed(part: string): string {
+        return part === "" ? "" : ", " + part;
+    }
+
     implicitHeight: Theme.titleBarSize
     color: Theme.window
     Accessible.role: Accessible.TitleBar
-    Accessible.name: title.text + (root.coordinator.repositoryName === "" ? "" : ", " + root.coordinator.repositoryName) + (root.coordinator.branchName === "" ? "" : ", " + root.coordinator.branchName)
+    Accessible.name: title.text + root.listed(root.coordinator.repositoryName) + root.listed(root.coordinator.branchName)
 
     PlainLabel {
         id: title
@@ -71,7 +76,7 @@ Rectangle {
             width: parent.width - x - Theme.spaceS
             text: root.coordinator.branchName
             font: Theme.smallFont
-            lineHeight: Theme.smallLine
+            line: Theme.smallLine
             color: Theme.inkSecondary
             elide: Text.ElideMiddle
         }

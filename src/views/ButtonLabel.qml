@@ -3,18 +3,17 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vantrel
 
-/// The icon and the word of a button, in its middle.
+/// What stands on a button: an icon, words, or both.
 Item {
     id: root
 
     required property string text
     required property string iconName
     required property font font
-    required property color color
+    required property color ink
 
     implicitWidth: row.implicitWidth
     implicitHeight: row.implicitHeight
-    Accessible.ignored: true
 
     Row {
         id: row
@@ -26,14 +25,14 @@ Item {
             anchors.verticalCenter: parent.verticalCenter
             visible: root.iconName !== ""
             name: root.iconName
-            tint: root.color
+            tint: root.ink
         }
 
         PlainLabel {
             visible: text !== ""
             text: root.text
             font: root.font
-            color: root.color
+            color: root.ink
             Accessible.ignored: true
         }
     }
