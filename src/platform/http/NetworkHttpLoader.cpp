@@ -113,11 +113,7 @@ public:
     }
     Reply(const Reply &) = delete;
     Reply &operator=(const Reply &) = delete;
-    ~Reply()
-    {
-        m_reply->disconnect();
-        m_reply->abort();
-    }
+    ~Reply() { m_reply->disconnect(); }
 
     [[nodiscard]] std::optional<int> status() const
     {
