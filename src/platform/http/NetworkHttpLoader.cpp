@@ -37,9 +37,10 @@ public:
     }
 };
 
-/// The body of a request, which can be read but once. Qt by itself sends a request up to three more
-/// times when its connection ends before an answer; one that costs money, or that may be sent only
-/// once, must fail instead.
+/// The body of a request, which can be read but once, so that the request can be sent but once. Qt
+/// by itself sends it again, up to three times, when its connection closes before the answer, and
+/// even behind an answer that ends with its connection. A request that costs money, or whose code
+/// is good for one use, must not be repeated.
 class OnceReadableBody final : public QIODevice
 {
 public:
@@ -70,10 +71,6 @@ private:
 bool isErrorOfStatus(QNetworkReply::NetworkError error, int status)
 {
     constexpr int firstErrorStatus = 400;
-    constexpr int firstRedirect = 300;
-    if (error == QNetworkReply::ContentReSendError) {
-        return status >= firstRedirect; // Qt rewinds the body even where it follows no redirect.
-    }
     const bool isContentError =
         error >= QNetworkReply::ContentAccessDenied && error < QNetworkReply::ProtocolUnknownError;
     return status >= firstErrorStatus &&
@@ -86,9 +83,6 @@ bool isErrorOfStatus(QNetworkReply::NetworkError error, int status)
 QNetworkReply *send(QNetworkAccessManager &network, const QNetworkRequest &head,
                     const HttpRequest &request)
 {
-    if (request.body.isEmpty()) {
-        return network.sendCustomRequest(head, request.method);
-    }
     auto *const body = new OnceReadableBody(request.body, &network);
     return network.sendCustomRequest(head, request.method, body);
 }
@@ -104,7 +98,10 @@ public:
     {
         m_network.setProxyFactory(new ProxyFactory); // The manager owns it.
         m_reply = send(m_network, head, request);
-        m_reply->setReadBufferSize(readBufferBytes);
+        // Qt forgets a limit that is set before it has begun to send, which it does in its own
+        // time.
+        QObject::connect(m_reply, &QNetworkReply::metaDataChanged,
+                         [this] { m_reply->setReadBufferSize(readBufferBytes); });
         const auto wake = [this] { m_changed.wakeAll(); };
         QObject::connect(m_reply, &QNetworkReply::uploadProgress, wake);
         QObject::connect(m_reply, &QNetworkReply::metaDataChanged, wake);
@@ -113,11 +110,7 @@ public:
     }
     Reply(const Reply &) = delete;
     Reply &operator=(const Reply &) = delete;
-    ~Reply()
-    {
-        m_reply->disconnect();
-        m_reply->abort();
-    }
+    ~Reply() { m_reply->disconnect(); }
 
     [[nodiscard]] std::optional<int> status() const
     {
@@ -131,12 +124,13 @@ public:
     [[nodiscard]] std::optional<PlatformError> transportFailure() const
     {
         const QNetworkReply::NetworkError error = m_reply->error();
+        if (error == QNetworkReply::ContentReSendError) {
+            return isAnsweredWithoutResending()
+                       ? std::nullopt
+                       : std::optional(PlatformError{u"Connection closed"_s});
+        }
         if (error == QNetworkReply::NoError || isErrorOfStatus(error, status().value_or(-1))) {
             return std::nullopt;
-        }
-        if (error == QNetworkReply::ContentReSendError) {
-            // Qt tells of the second sending that failed, not of why it was needed.
-            return PlatformError{u"Connection closed"_s};
         }
         return PlatformError{m_reply->errorString()};
     }
@@ -148,6 +142,16 @@ public:
     }
 
 private:
+    /// Whether Qt wanted to send the request again without need: it rewinds the body for a redirect
+    /// that it does not follow, and takes a close that ends a body for a connection that was lost.
+    [[nodiscard]] bool isAnsweredWithoutResending() const
+    {
+        constexpr int firstRedirect = 300;
+        const bool endsWithConnection =
+            !m_reply->hasRawHeader("Content-Length") && !m_reply->hasRawHeader("Transfer-Encoding");
+        return status() && (endsWithConnection || *status() >= firstRedirect);
+    }
+
     WaiterList m_changed;
     QNetworkAccessManager m_network;
     QNetworkReply *m_reply = nullptr; ///< The manager owns it.

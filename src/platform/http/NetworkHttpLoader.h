@@ -5,8 +5,8 @@
 
 namespace vantrel {
 
-/// HTTP/1.1 over Qt's network stack: no cookies, no cache, no redirects, a connection and at most
-/// one sending for each request with a body, a User-Agent of its own, and no proxy for this
+/// HTTP/1.1 over Qt's network stack: no cookies, no cache, no redirects, one connection and one
+/// sending for each request, a User-Agent of its own, and no proxy for this
 /// machine's own addresses. A header with control characters is refused, since it could smuggle in
 /// another header. Thread: interface.
 class NetworkHttpLoader final : public HttpLoading
