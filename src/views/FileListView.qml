@@ -24,12 +24,11 @@ Rectangle {
     /// Puts the keyboard on a row near the current one; the heading shows with the first row.
     function moveBy(rows: int): void {
         list.currentIndex = Math.max(0, Math.min(list.count - 1, list.currentIndex + rows));
-        if (list.currentIndex === 0) {
-            list.positionViewAtBeginning();
-        }
+        list.showCurrent();
     }
 
     function restorePlace(): void {
+        list.forceLayout();
         const row = files.rowOf(root.initialPath);
         if (row < 0) {
             list.positionViewAtBeginning();
@@ -37,7 +36,7 @@ Rectangle {
         }
         list.currentIndex = row;
         list.contentY = Math.max(-list.topMargin, Math.min(root.initialPosition, list.contentHeight + list.bottomMargin - list.height));
-        list.positionViewAtIndex(row, ListView.Contain);
+        list.showCurrent();
     }
 
     color: Theme.surface
@@ -60,6 +59,14 @@ Rectangle {
     ListView {
         id: list
 
+        function showCurrent(): void {
+            if (list.currentIndex === 0) {
+                list.positionViewAtBeginning();
+            } else {
+                list.positionViewAtIndex(list.currentIndex, ListView.Contain);
+            }
+        }
+
         anchors.top: toolbar.bottom
         anchors.bottom: parent.bottom
         width: root.width
@@ -70,7 +77,8 @@ Rectangle {
         boundsBehavior: Flickable.StopAtBounds
         model: files
         activeFocusOnTab: true
-        highlightMoveDuration: Theme.instantDuration
+        // The heading belongs to the first row, which the view's own following does not know.
+        highlightFollowsCurrentItem: false
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Working changes")
         onCountChanged: root.restorePlace()

@@ -13,7 +13,7 @@ QtObject {
     /// Whether the desktop asks for stillness: then nothing takes time.
     property bool reducesMotion: false
 
-    // Surfaces, inks and marks
+    // Surfaces, inks and marks. No name may begin with "on": QML takes such a one for a handler.
     readonly property color window: dark ? "#191714" : "#F1EDE4"
     readonly property color surface: dark ? "#201E1A" : "#FAF8F3"
     readonly property color card: dark ? "#282521" : "#FFFEFB"
@@ -31,7 +31,7 @@ QtObject {
     readonly property color accentFill: dark ? "#3B6B9B" : "#2C5A88"
     readonly property color accentFillHover: dark ? "#4475A6" : "#244C75"
     readonly property color accentFillPressed: dark ? "#315B85" : "#1C3E61"
-    readonly property color onAccent: dark ? "#FBFCFD" : "#FFFEFB"
+    readonly property color inkOnAccent: dark ? "#FBFCFD" : "#FFFEFB"
     readonly property color accentSoft: dark ? "#263340" : "#E2E9F0"
     readonly property color accentLine: dark ? "#425A72" : "#B4C6D8"
     readonly property color rowHover: dark ? "#2F2C27" : "#F4F0E8"
@@ -59,7 +59,7 @@ QtObject {
     readonly property color errorSoft: dark ? "#38231E" : "#FCEDE8"
     readonly property color errorLine: dark ? "#6B4037" : "#E8C1B6"
     readonly property color danger: dark ? "#A8452F" : "#9B3019"
-    readonly property color onDanger: dark ? "#FFFBFA" : "#FFFEFB"
+    readonly property color inkOnDanger: dark ? "#FFFBFA" : "#FFFEFB"
     readonly property color note: dark ? "#332B1B" : "#F7EFDB"
     readonly property color noteLine: dark ? "#5A4C2D" : "#E4D3A8"
     readonly property color noteInk: dark ? "#E3CC98" : "#604710"
@@ -69,9 +69,9 @@ QtObject {
     readonly property color scrollHandle: dark ? "#5A544B" : "#B9B0A0"
     readonly property color scrollHandleHover: dark ? "#7B7366" : "#938A7A"
     readonly property color tooltip: dark ? "#EDE6DA" : "#2A2723"
-    readonly property color onTooltip: dark ? "#201E1A" : "#FAF8F3"
+    readonly property color inkOnTooltip: dark ? "#201E1A" : "#FAF8F3"
     readonly property color windowClose: dark ? "#C24A33" : "#B23A22"
-    readonly property color onWindowClose: dark ? "#FFFEFB" : "#FFFEFB"
+    readonly property color inkOnWindowClose: dark ? "#FFFEFB" : "#FFFEFB"
 
     // Veils
     readonly property color scrim: dark ? "#8C0C0B09" : "#661E1B17"

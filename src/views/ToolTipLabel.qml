@@ -24,7 +24,7 @@ T.ToolTip {
         text: root.text
         font: Theme.smallFont
         line: Theme.smallLine
-        color: Theme.onTooltip
+        color: Theme.inkOnTooltip
     }
 
     background: Rectangle {
