@@ -4,7 +4,7 @@ import QtQuick
 import Vantrel
 
 /// The uncommitted changes of a repository, one row for each file.
-Rectangle {
+FocusScope {
     id: root
 
     required property FileListViewModel viewModel
@@ -30,17 +30,19 @@ Rectangle {
     function restorePlace(): void {
         list.forceLayout();
         const row = files.rowOf(root.initialPath);
-        if (row < 0) {
-            list.positionViewAtBeginning();
-            return;
+        list.currentIndex = Math.min(Math.max(0, row), list.count - 1);
+        if (row >= 0) {
+            list.contentY = Math.max(-list.topMargin, Math.min(root.initialPosition, list.contentHeight + list.bottomMargin - list.height));
         }
-        list.currentIndex = row;
-        list.contentY = Math.max(-list.topMargin, Math.min(root.initialPosition, list.contentHeight + list.bottomMargin - list.height));
         list.showCurrent();
     }
 
-    color: Theme.surface
     Component.onCompleted: root.viewModel.load()
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
 
     FileListModel {
         id: files
@@ -61,7 +63,7 @@ Rectangle {
 
         function showCurrent(): void {
             if (list.currentIndex === 0) {
-                list.positionViewAtBeginning();
+                list.contentY = list.originY - list.topMargin;
             } else {
                 list.positionViewAtIndex(list.currentIndex, ListView.Contain);
             }
@@ -230,6 +232,7 @@ Rectangle {
 
     Shortcut {
         sequences: ["Alt+Left"]
+        enabled: root.enabled
         onActivated: root.viewModel.goBack()
     }
 }
