@@ -37,6 +37,7 @@ T.AbstractButton {
     }
 
     ToolTipLabel {
+        objectName: "toolTip"
         visible: root.hovered && root.display === T.AbstractButton.IconOnly
         text: root.text
     }

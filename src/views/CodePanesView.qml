@@ -91,6 +91,7 @@ FocusScope {
         CodePanesItem {
             id: panes
 
+            objectName: "panes"
             y: flick.contentY
             width: flick.width
             height: flick.height

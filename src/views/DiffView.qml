@@ -73,6 +73,8 @@ FocusScope {
     }
 
     PanelDivider {
+        objectName: "divider"
+
         x: root.isNarrow ? 0 : panel.x - width / 2
         y: root.isNarrow ? panel.y - height / 2 : panel.y
         width: root.isNarrow ? root.width : implicitWidth
@@ -93,6 +95,7 @@ FocusScope {
 
     Shortcut {
         sequences: ["Alt+Left"]
+        enabled: root.enabled
         onActivated: root.viewModel.goBack()
     }
 }

@@ -25,6 +25,7 @@ Item {
     Row {
         anchors.right: parent.right
         anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.spaceXxs
         spacing: Theme.spaceM
 
         PlainLabel {

@@ -4,7 +4,7 @@ import QtQuick
 import Vantrel
 
 /// The uncommitted changes of a repository, one row for each file.
-Rectangle {
+FocusScope {
     id: root
 
     required property FileListViewModel viewModel
@@ -24,24 +24,25 @@ Rectangle {
     /// Puts the keyboard on a row near the current one; the heading shows with the first row.
     function moveBy(rows: int): void {
         list.currentIndex = Math.max(0, Math.min(list.count - 1, list.currentIndex + rows));
-        if (list.currentIndex === 0) {
-            list.positionViewAtBeginning();
-        }
+        list.showCurrent();
     }
 
     function restorePlace(): void {
+        list.forceLayout();
         const row = files.rowOf(root.initialPath);
-        if (row < 0) {
-            list.positionViewAtBeginning();
-            return;
+        list.currentIndex = Math.min(Math.max(0, row), list.count - 1);
+        if (row >= 0) {
+            list.contentY = Math.max(-list.topMargin, Math.min(root.initialPosition, list.contentHeight + list.bottomMargin - list.height));
         }
-        list.currentIndex = row;
-        list.contentY = Math.max(-list.topMargin, Math.min(root.initialPosition, list.contentHeight + list.bottomMargin - list.height));
-        list.positionViewAtIndex(row, ListView.Contain);
+        list.showCurrent();
     }
 
-    color: Theme.surface
     Component.onCompleted: root.viewModel.load()
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
 
     FileListModel {
         id: files
@@ -60,6 +61,14 @@ Rectangle {
     ListView {
         id: list
 
+        function showCurrent(): void {
+            if (list.currentIndex === 0) {
+                list.contentY = list.originY - list.topMargin;
+            } else {
+                list.positionViewAtIndex(list.currentIndex, ListView.Contain);
+            }
+        }
+
         anchors.top: toolbar.bottom
         anchors.bottom: parent.bottom
         width: root.width
@@ -70,7 +79,8 @@ Rectangle {
         boundsBehavior: Flickable.StopAtBounds
         model: files
         activeFocusOnTab: true
-        highlightMoveDuration: Theme.instantDuration
+        // The heading belongs to the first row, which the view's own following does not know.
+        highlightFollowsCurrentItem: false
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Working changes")
         onCountChanged: root.restorePlace()
@@ -222,6 +232,7 @@ Rectangle {
 
     Shortcut {
         sequences: ["Alt+Left"]
+        enabled: root.enabled
         onActivated: root.viewModel.goBack()
     }
 }

@@ -5,12 +5,15 @@ import QtQuick.Dialogs
 import Vantrel
 
 /// Where a repository is chosen.
-Rectangle {
+FocusScope {
     id: root
 
     required property RootViewModel viewModel
 
-    color: Theme.surface
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
 
     Column {
         id: block
@@ -87,6 +90,7 @@ Rectangle {
 
     Shortcut {
         sequences: ["Ctrl+O"]
+        enabled: root.enabled
         onActivated: dialog.open()
     }
 }

@@ -14,7 +14,7 @@ QtObject {
     /// Whether the desktop asks for stillness: then nothing takes time.
     property bool reducesMotion: false
 
-    // Surfaces, inks and marks
+    // Surfaces, inks and marks. No name may begin with "on": QML takes such a one for a handler.
     readonly property color window: dark ? "#191714" : "#F1EDE4"
     readonly property color surface: dark ? "#201E1A" : "#FAF8F3"
     readonly property color card: dark ? "#282521" : "#FFFEFB"

@@ -23,6 +23,7 @@ Rectangle {
 
         anchors.verticalCenter: parent.verticalCenter
         x: Theme.spaceL
+        width: Math.ceil(implicitWidth)
         text: qsTr("Reviewer")
         font: Theme.bodyBoldFont
         color: Theme.inkHeading
@@ -46,7 +47,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: divider.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(implicitWidth, (root.width - x) / 2)
+        width: Math.min(Math.ceil(implicitWidth), Math.round((root.width - x) / 2))
         text: root.coordinator.repositoryName
         elide: Text.ElideMiddle
     }
@@ -55,7 +56,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: repositoryLabel.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(branchLabel.implicitWidth + 32, root.width - x - Theme.spaceL)
+        width: Math.min(Math.ceil(branchLabel.implicitWidth) + 32, root.width - x - Theme.spaceL)
         height: 22
         visible: root.coordinator.branchName !== ""
         radius: Theme.badgeRadius
