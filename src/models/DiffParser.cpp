@@ -16,12 +16,16 @@ constexpr qsizetype markerLength = 2;
 /// The end of the line that begins at `position`: its line feed, or the end of the text.
 qsizetype lineEnd(QByteArrayView text, qsizetype position)
 {
+    if (position == text.size()) {
+        return position;
+    }
     const void *const found =
         std::memchr(text.data() + position, '\n', size_t(text.size() - position));
     return found == nullptr ? text.size() : static_cast<const char *>(found) - text.data();
 }
 
-/// The integer before the first comma of `range`, which has lost its sign; 0 when there is none.
+/// The integer before the first comma of `range`, which has lost its sign; 0 when there is none. A
+/// second sign is no part of a line number.
 std::int64_t startOf(QByteArrayView range)
 {
     while (range.startsWith(',')) {
@@ -31,9 +35,12 @@ std::int64_t startOf(QByteArrayView range)
     const QByteArrayView digits = comma < 0 ? range : range.first(comma);
     std::int64_t start = 0;
     const auto [end, error] = std::from_chars(digits.begin(), digits.end(), start);
-    return error == std::errc() && end == digits.end() ? start : 0;
+    const bool isNumber = error == std::errc() && end == digits.end() && !digits.startsWith('-');
+    return isNumber ? start : 0;
 }
 
+/// Moves the finished hunk into the list. A listing holds its lines for long, so they keep no room
+/// to grow.
 void close(QList<RawHunk> &hunks, RawHunk &hunk)
 {
     hunk.lines.squeeze();
@@ -71,6 +78,7 @@ QList<RawHunk> parseUnifiedDiff(const TextSlice &diff)
     if (isOpen) {
         close(hunks, hunk);
     }
+    hunks.squeeze();
     return hunks;
 }
 

@@ -23,10 +23,17 @@ public:
 
     /// The part of `length` bytes from byte `position`, of the same buffer. Both lie on boundaries
     /// of characters and within the slice.
-    [[nodiscard]] TextSlice slice(qsizetype position, qsizetype length) const;
+    [[nodiscard]] TextSlice slice(qsizetype position, qsizetype length) const
+    {
+        Q_ASSERT(position >= 0 && length >= 0 && position <= m_size - length);
+        TextSlice part(*this);
+        part.m_data += position;
+        part.m_size = length;
+        return part;
+    }
 
     [[nodiscard]] QByteArrayView utf8() const { return QByteArrayView(m_data, m_size); }
-    [[nodiscard]] QString toString() const { return QString::fromUtf8(m_data, m_size); }
+    [[nodiscard]] QString toString() const;
     [[nodiscard]] qsizetype size() const { return m_size; } ///< In bytes.
     [[nodiscard]] bool isEmpty() const { return m_size == 0; }
 
