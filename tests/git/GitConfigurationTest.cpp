@@ -33,10 +33,9 @@ protected:
 
     static Listing oneLineChanged()
     {
-        return QList<FileChange>{
-            trackedFile(u"f"_s, ChangeStatus::modified, 1, 1,
-                        {rawHunk("@@ -2,7 +2,7 @@ 1", 2, 2,
-                                 {" 2", " 3", " 4", "-5", "+5!", " 6", " 7", " 8"})})};
+        return QList<FileChange>{trackedFile(
+            u"f"_s, ChangeStatus::modified, 1, 1,
+            {rawHunk("@@ -2,7 +2,7 @@", 2, 2, {" 2", " 3", " 4", "-5", "+5!", " 6", " 7", " 8"})})};
     }
 };
 
@@ -70,8 +69,8 @@ TEST_F(GitConfiguration, ContextBetweenHunksDoesNotJoinThem)
     change(numberedLines(20), numberedLines(20, {5, 15}));
 
     const QList<RawHunk> hunks{
-        rawHunk("@@ -2,7 +2,7 @@ 1", 2, 2, {" 2", " 3", " 4", "-5", "+5!", " 6", " 7", " 8"}),
-        rawHunk("@@ -12,7 +12,7 @@ 11", 12, 12,
+        rawHunk("@@ -2,7 +2,7 @@", 2, 2, {" 2", " 3", " 4", "-5", "+5!", " 6", " 7", " 8"}),
+        rawHunk("@@ -12,7 +12,7 @@", 12, 12,
                 {" 12", " 13", " 14", "-15", "+15!", " 16", " 17", " 18"})};
     EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::modified, 2, 2, hunks)}));
 }

@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
                     u"line\nfeed.txt"_s, u"tab\tand\rreturn.txt"_s,
                     QStringLiteral("\u00e5 \u00df \u6f22\u5b57 \U0001F600.txt"),
                     QStringLiteral("e\u0301.txt"), QStringLiteral("\uFEFFmark.txt"), u"-n.txt"_s,
-                    u"--cached"_s, u"HEAD"_s, u"a -> b"_s, u"@@x"_s, u":!a.txt"_s, u":/"_s,
+                    u"--cached"_s, u"HEAD"_s, u"a -> b"_s, u"@@x"_s, u":!a.txt"_s, u":(top)x"_s,
                     u"*.txt"_s, u"a[1].txt"_s, u"a?.txt"_s, u"100%41#?.txt"_s, u"back\\slash"_s,
                     u"$HOME"_s, u"folder/in ner/\u00e9.txt"_s));
 

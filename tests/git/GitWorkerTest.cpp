@@ -190,8 +190,10 @@ TEST(GitWorker, HandsBackTheBranch)
 
 TEST(GitWorker, RunsOneCallAfterAnotherInTheOrderOfTheirArrival)
 {
+    Gate begun;
     Gate gate;
     ScriptedGitService service([&](const ListingControl &) {
+        begun.open();
         gate.wait();
         return QList<FileChange>();
     });
@@ -203,7 +205,8 @@ TEST(GitWorker, RunsOneCallAfterAnotherInTheOrderOfTheirArrival)
     const Job first(list(&worker, ignoreProgress, &listing));
     const Job second(askBranch(&worker, u"/b"_s, &branch));
     const Job third(readHunks(&worker, sampleFile(), &hunks));
-    test::spinUntil([&] { return !service.calls().empty(); });
+    RunQueue::interfaceThread().runUntilIdle();
+    begun.wait();
     EXPECT_EQ(service.calls(), std::vector<std::string>{"changedFiles /r"});
     gate.open();
     test::spinUntil([&] { return hunks.has_value(); });
@@ -216,8 +219,10 @@ TEST(GitWorker, RunsOneCallAfterAnotherInTheOrderOfTheirArrival)
 
 TEST(GitWorker, ACallWhoseTaskIsGoneNeverBegins)
 {
+    Gate begun;
     Gate gate;
     ScriptedGitService service([&](const ListingControl &) {
+        begun.open();
         gate.wait();
         return QList<FileChange>();
     });
@@ -230,7 +235,8 @@ TEST(GitWorker, ACallWhoseTaskIsGoneNeverBegins)
     Job second(askBranch(&worker, u"/abandoned"_s, &abandoned));
     Job third(readHunks(&worker, sampleFile(), &abandonedHunks));
     const Job fourth(askBranch(&worker, u"/b"_s, &branch));
-    test::spinUntil([&] { return !service.calls().empty(); });
+    RunQueue::interfaceThread().runUntilIdle();
+    begun.wait();
 
     second.cancel();
     third.cancel();

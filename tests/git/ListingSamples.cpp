@@ -40,6 +40,17 @@ void PrintTo(const FileChange &file, std::ostream *stream)
     }
 }
 
+void PrintTo(const Result<QList<FileChange>, ProcessFailure> &listing, std::ostream *stream)
+{
+    if (!listing) {
+        *stream << listing.error().description().toStdString();
+        return;
+    }
+    for (const FileChange &file : *listing) {
+        PrintTo(file, stream);
+    }
+}
+
 } // namespace vantrel
 
 namespace vantrel::test {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "git/ProcessRunnerError.h"
 #include "models/FileChange.h"
+#include "platform/Result.h"
 
 #include <QByteArrayList>
 
@@ -11,6 +13,7 @@ namespace vantrel {
 /// How a failed comparison shows them.
 void PrintTo(const RawHunk &hunk, std::ostream *stream);
 void PrintTo(const FileChange &file, std::ostream *stream);
+void PrintTo(const Result<QList<FileChange>, ProcessFailure> &listing, std::ostream *stream);
 
 } // namespace vantrel
 

@@ -87,7 +87,9 @@ void TemporaryRepository::write(const QString &file, const QByteArray &content) 
 {
     QDir().mkpath(QFileInfo(path(file)).path());
     QFile target(path(file));
-    if (!target.open(QFile::WriteOnly) || target.write(content) != content.size()) {
+    // Cut afterwards: some file systems write a file to the disk that was emptied first.
+    if (!target.open(QFile::ReadWrite) || target.write(content) != content.size() ||
+        !target.resize(content.size())) {
         fail(u"write "_s + file, target.errorString());
     }
 }
