@@ -1,130 +1,204 @@
 #include "git/FileSystemReader.h"
 
+#include "FileTrees.h"
+
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <sys/socket.h>
-#include <sys/stat.h>
-#include <sys/un.h>
+#include <array>
+#include <sys/inotify.h>
 #include <unistd.h>
-
-#include <cstring>
 
 namespace vantrel {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-constexpr std::int64_t limit = 1000;
+using Reading = Result<QByteArray, PlatformError>;
+
+Reading failed(const QString &message)
+{
+    return failure(PlatformError{message});
+}
+
+/// Tells whether a file was opened since it was made.
+class OpenWatch
+{
+public:
+    explicit OpenWatch(const QString &path)
+        : m_descriptor(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC))
+    {
+        EXPECT_GE(::inotify_add_watch(m_descriptor, QFile::encodeName(path).constData(), IN_OPEN),
+                  0);
+    }
+    OpenWatch(const OpenWatch &) = delete;
+    OpenWatch &operator=(const OpenWatch &) = delete;
+    ~OpenWatch() { ::close(m_descriptor); }
+
+    [[nodiscard]] bool wasOpened() const
+    {
+        std::array<char, 4096> events{};
+        return ::read(m_descriptor, events.data(), events.size()) > 0;
+    }
+
+private:
+    int m_descriptor;
+};
 
 class FileSystemReaderTest : public testing::Test
 {
 protected:
     [[nodiscard]] QString path(const QString &name) const { return m_folder.filePath(name); }
-    [[nodiscard]] Result<QByteArray, PlatformError> read(const QString &name) const
-    {
-        return FileSystemReader().read(QUrl::fromLocalFile(path(name)), limit);
-    }
+
     void write(const QString &name, const QByteArray &content) const
     {
         QFile file(path(name));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
+        ASSERT_TRUE(file.open(QFile::WriteOnly));
+        ASSERT_EQ(file.write(content), content.size());
     }
 
-    QTemporaryDir m_folder{};
+    void link(const QString &name, const QByteArray &target) const
+    {
+        ASSERT_EQ(::symlink(target.constData(), QFile::encodeName(path(name)).constData()), 0);
+    }
+
+    [[nodiscard]] Reading read(const QString &name, std::int64_t maxBytes = 100) const
+    {
+        return m_reader.read(QUrl::fromLocalFile(path(name)), maxBytes);
+    }
+
+    QTemporaryDir m_folder;
+    FileSystemReader m_reader;
 };
 
-std::int64_t bytesReadByThisProcess()
+TEST_F(FileSystemReaderTest, ReadsAFileToItsEnd)
 {
-    QFile io(u"/proc/self/io"_s);
-    EXPECT_TRUE(io.open(QIODevice::ReadOnly));
-    return io.readLine().trimmed().sliced(7).toLongLong(); // "rchar: N"
-}
+    write(u"f"_s, QByteArray("a\0b\n", 4));
 
-TEST_F(FileSystemReaderTest, ReadsAWholeFile)
-{
-    write(u"a b é.txt"_s, "one\0two\n");
-
-    EXPECT_EQ(read(u"a b é.txt"_s).value(), QByteArray("one\0two\n"));
+    EXPECT_EQ(read(u"f"_s), Reading(QByteArray("a\0b\n", 4)));
 }
 
 TEST_F(FileSystemReaderTest, ReadsAnEmptyFile)
 {
-    write(u"empty"_s, "");
+    write(u"f"_s, {});
 
-    EXPECT_EQ(read(u"empty"_s).value(), QByteArray());
+    EXPECT_EQ(read(u"f"_s), Reading(QByteArray()));
 }
 
 TEST_F(FileSystemReaderTest, ReadsAFileOfExactlyTheLimit)
 {
-    write(u"f"_s, QByteArray(limit, 'x'));
+    write(u"f"_s, QByteArray(100, 'a'));
 
-    EXPECT_EQ(read(u"f"_s).value(), QByteArray(limit, 'x'));
+    EXPECT_EQ(read(u"f"_s), Reading(QByteArray(100, 'a')));
 }
 
 TEST_F(FileSystemReaderTest, ReadsOneByteBeyondTheLimitAndNoMore)
 {
-    write(u"f"_s, QByteArray(limit * 3, 'x'));
+    write(u"one more"_s, QByteArray(101, 'a'));
+    write(u"many more"_s, QByteArray(1000, 'a'));
 
-    EXPECT_EQ(read(u"f"_s).value(), QByteArray(limit + 1, 'x'));
+    EXPECT_EQ(read(u"one more"_s), Reading(QByteArray(101, 'a')));
+    EXPECT_EQ(read(u"many more"_s), Reading(QByteArray(101, 'a')));
 }
 
-TEST_F(FileSystemReaderTest, ReadsNoneOfASparseFileOfTenGigabytesBeyondTheLimit)
+TEST_F(FileSystemReaderTest, ALimitOfZeroReadsOneByte)
 {
-    write(u"huge"_s, "");
-    ASSERT_EQ(::truncate(path(u"huge"_s).toUtf8().constData(), 10'000'000'000), 0);
-    const std::int64_t before = bytesReadByThisProcess();
+    write(u"f"_s, "ab");
 
-    const auto bytes = read(u"huge"_s);
-
-    EXPECT_EQ(bytes.value().size(), limit + 1);
-    EXPECT_LT(bytesReadByThisProcess() - before, 100'000);
+    EXPECT_EQ(read(u"f"_s, 0), Reading(QByteArray("a")));
 }
 
-TEST_F(FileSystemReaderTest, GivesTheTargetOfALinkAndNeverItsContent)
+TEST_F(FileSystemReaderTest, ReadsAFileThatIsLongerThanItSays)
 {
-    ASSERT_EQ(::symlink("/etc/hostname", path(u"link"_s).toUtf8().constData()), 0);
+    const Reading reading =
+        m_reader.read(QUrl::fromLocalFile(u"/proc/sys/kernel/ostype"_s), 2'000'000);
 
-    EXPECT_EQ(read(u"link"_s).value(), QByteArray("/etc/hostname"));
+    EXPECT_EQ(reading, Reading(QByteArray("Linux\n")));
 }
 
-TEST_F(FileSystemReaderTest, GivesTheTargetOfALinkToNothing)
+TEST_F(FileSystemReaderTest, ReadsNoMoreThanTheLimitOfAFileThatIsLongerThanItSays)
 {
-    ASSERT_EQ(::symlink("gone", path(u"link"_s).toUtf8().constData()), 0);
+    const Reading reading = m_reader.read(QUrl::fromLocalFile(u"/proc/sys/kernel/ostype"_s), 2);
 
-    EXPECT_EQ(read(u"link"_s).value(), QByteArray("gone"));
+    EXPECT_EQ(reading, Reading(QByteArray("Lin")));
 }
 
-TEST_F(FileSystemReaderTest, NeverOpensAPipe)
+TEST_F(FileSystemReaderTest, ReadsLittleOfAHugeFile)
 {
-    ASSERT_EQ(::mkfifo(path(u"pipe"_s).toUtf8().constData(), 0600), 0);
+    test::makeSparseFile(path(u"f"_s), 10'000'000'000);
+    const std::int64_t before = test::bytesReadSoFar();
 
-    EXPECT_EQ(read(u"pipe"_s).error(), PlatformError{u"Not a regular file"_s});
+    const Reading reading = read(u"f"_s, 2'000'000);
+
+    EXPECT_LT(test::bytesReadSoFar() - before, 2'100'000);
+    EXPECT_EQ(reading, Reading(QByteArray(2'000'001, '\0')));
 }
 
-TEST_F(FileSystemReaderTest, RefusesASocket)
+TEST_F(FileSystemReaderTest, ANameIsNoPieceOfAnAddress)
 {
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM, 0);
-    sockaddr_un address = {};
-    address.sun_family = AF_UNIX;
-    std::strncpy(address.sun_path, path(u"s"_s).toUtf8().constData(), sizeof address.sun_path - 1);
-    ASSERT_EQ(::bind(descriptor, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-    ::close(descriptor);
+    write(u"100%41 #?&\\:\n\".txt"_s, "x");
 
-    EXPECT_EQ(read(u"s"_s).error(), PlatformError{u"Not a regular file"_s});
+    EXPECT_EQ(read(u"100%41 #?&\\:\n\".txt"_s), Reading(QByteArray("x")));
 }
 
-TEST_F(FileSystemReaderTest, RefusesAFolder)
+TEST_F(FileSystemReaderTest, ALinkIsItsTargetsText)
 {
-    EXPECT_EQ(read(u"."_s).error(), PlatformError{u"Not a regular file"_s});
+    write(u"secret"_s, "content");
+    link(u"link"_s, "secret");
+
+    EXPECT_EQ(read(u"link"_s), Reading(QByteArray("secret")));
 }
 
-TEST_F(FileSystemReaderTest, FailsWithThePlatformsSentenceForAMissingFile)
+TEST_F(FileSystemReaderTest, ALinkThatLeadsNowhereIsItsTargetsText)
 {
-    EXPECT_EQ(read(u"none"_s).error(), PlatformError{u"No such file or directory"_s});
+    link(u"link"_s, "../nowhere/\xc3\xa9");
+
+    EXPECT_EQ(read(u"link"_s), Reading(QByteArray("../nowhere/\xc3\xa9")));
+}
+
+TEST_F(FileSystemReaderTest, ALinksTextEndsOneByteBeyondTheLimitToo)
+{
+    link(u"link"_s, "123456");
+
+    EXPECT_EQ(read(u"link"_s, 4), Reading(QByteArray("12345")));
+}
+
+TEST_F(FileSystemReaderTest, AMissingFileFailsWithTheSystemsSentence)
+{
+    EXPECT_EQ(read(u"f"_s), failed(u"No such file or directory"_s));
+}
+
+TEST_F(FileSystemReaderTest, AFolderFails)
+{
+    EXPECT_EQ(read({}), failed(u"Not a regular file"_s));
+}
+
+TEST_F(FileSystemReaderTest, APipeFailsUnopened)
+{
+    test::makePipe(path(u"pipe"_s));
+    const OpenWatch watch(path(u"pipe"_s));
+
+    EXPECT_EQ(read(u"pipe"_s), failed(u"Not a regular file"_s));
+    EXPECT_FALSE(watch.wasOpened());
+}
+
+TEST_F(FileSystemReaderTest, ASocketFails)
+{
+    test::makeSocket(path(u"socket"_s));
+
+    EXPECT_EQ(read(u"socket"_s), failed(u"Not a regular file"_s));
+}
+
+TEST_F(FileSystemReaderTest, ADeviceFailsUnopened)
+{
+    const OpenWatch watch(u"/dev/full"_s);
+
+    const Reading reading = m_reader.read(QUrl::fromLocalFile(u"/dev/full"_s), 100);
+
+    EXPECT_EQ(reading, failed(u"Not a regular file"_s));
+    EXPECT_FALSE(watch.wasOpened());
 }
 
 } // namespace

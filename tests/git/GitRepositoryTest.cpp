@@ -1,373 +1,515 @@
-// The service over real repositories and the real git.
+// What real git says of real working trees.
 
-#include "git/FileSystemReader.h"
-#include "git/GitEnvironment.h"
-#include "git/GitService.h"
-#include "git/ProcessRunner.h"
-#include "support/TemporaryRepository.h"
+#include "FileTrees.h"
+#include "ListingSamples.h"
+#include "RepositoryTest.h"
 
-#include <gtest/gtest.h>
+#include "git/GitWorker.h"
+#include "platform/jobs/Job.h"
+#include "support/Spin.h"
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
+#include <atomic>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <map>
 
 namespace vantrel {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using test::numberedLines;
+using test::placeholderHunk;
+using test::rawHunk;
+using test::trackedFile;
+using test::untrackedFile;
 
-/// Counts the child processes that a listing starts.
-class CountingRunner final : public ProcessRunning
+using GitRepository = test::RepositoryTest;
+using Branch = Result<std::optional<QString>, ProcessFailure>;
+
+TEST_F(GitRepository, AnUnchangedOneHasNoFiles)
 {
-public:
-    Result<TextSlice, ProcessFailure> run(const QString &command, const QStringList &arguments,
-                                          const QUrl &directory) const override
-    {
-        ++count;
-        return m_runner.run(command, arguments, directory);
-    }
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
 
-    mutable int count = 0;
+    EXPECT_EQ(changedFiles(), Listing(QList<FileChange>()));
+}
 
-private:
-    ProcessRunner m_runner{};
-};
+TEST_F(GitRepository, AnEmptyOneHasNoFiles)
+{
+    EXPECT_EQ(changedFiles(), Listing(QList<FileChange>()));
+}
 
-class GitRepository : public testing::Test
+TEST_F(GitRepository, StagedAndUnstagedEditsAreOneDiffAndUntrackedFilesComeLast)
+{
+    m_repository.write(u"gone"_s, "a\n");
+    m_repository.write(u"zone"_s, "a\nb\n");
+    m_repository.commitAll();
+    m_repository.write(u"zone"_s, "A\nb\n");
+    m_repository.git({u"add"_s, u"zone"_s});
+    m_repository.write(u"zone"_s, "A\nB\n");
+    m_repository.remove(u"gone"_s);
+    m_repository.write(u"new"_s, "n\n");
+    m_repository.git({u"add"_s, u"new"_s});
+    m_repository.write(u"deep/in/free"_s, "x");
+
+    const QList<FileChange> expected{
+        trackedFile(u"gone"_s, ChangeStatus::deleted, 0, 1,
+                    {rawHunk("@@ -1 +0,0 @@", 1, 0, {"-a"})}),
+        trackedFile(u"new"_s, ChangeStatus::added, 1, 0, {rawHunk("@@ -0,0 +1 @@", 0, 1, {"+n"})}),
+        trackedFile(u"zone"_s, ChangeStatus::modified, 2, 2,
+                    {rawHunk("@@ -1,2 +1,2 @@", 1, 1, {"-a", "-b", "+A", "+B"})}),
+        untrackedFile(u"deep/in/free"_s, 1, {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+x"})})};
+    EXPECT_EQ(changedFiles(), Listing(expected));
+}
+
+TEST_F(GitRepository, WithoutACommitAStagedFileIsShown)
+{
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.git({u"add"_s, u"f"_s});
+
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::added, 1, 0,
+                                                   {rawHunk("@@ -0,0 +1 @@", 0, 1, {"+a"})})}));
+}
+
+TEST_F(GitRepository, WithoutACommitUnstagedHunksComeFirst)
+{
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.git({u"add"_s, u"f"_s});
+    m_repository.write(u"f"_s, "a\nb\n");
+
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::added, 2, 0,
+                                                   {rawHunk("@@ -1 +1,2 @@", 1, 1, {" a", "+b"}),
+                                                    rawHunk("@@ -0,0 +1 @@", 0, 1, {"+a"})})}));
+}
+
+TEST_F(GitRepository, AFileTakenOutOfTheIndexAndKeptOccursOnce)
+{
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
+    m_repository.git({u"rm"_s, u"--quiet"_s, u"--cached"_s, u"f"_s});
+
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::deleted, 0, 1,
+                                                   {rawHunk("@@ -1 +0,0 @@", 1, 0, {"-a"})})}));
+}
+
+TEST_F(GitRepository, AChangedModeHasNoHunks)
+{
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
+    QFile::setPermissions(m_repository.path(u"f"_s),
+                          QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::modified, 0, 0, {})}));
+}
+
+TEST_F(GitRepository, ATrackedBinaryFileHasNoHunks)
+{
+    m_repository.write(u"f"_s, QByteArray("a\0b", 3));
+    m_repository.commitAll();
+    m_repository.write(u"f"_s, QByteArray("a\0c", 3));
+
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::modified, 0, 0, {})}));
+}
+
+TEST_F(GitRepository, ATrackedFileThatIsNotUtf8HasNoHunks)
+{
+    m_repository.write(u"f"_s, "caf\xe9\n");
+    m_repository.commitAll();
+    m_repository.write(u"f"_s, "caf\xe8\n");
+
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::modified, 0, 0, {})}));
+}
+
+TEST_F(GitRepository, AnUntrackedBinaryFileGetsThePlaceholder)
+{
+    m_repository.write(u"f"_s, "\x89PNG\r\n");
+
+    EXPECT_EQ(changedFiles(), Listing({untrackedFile(u"f"_s, 1, {placeholderHunk()})}));
+}
+
+TEST_F(GitRepository, AConflictIsOneHunkWithItsMarkers)
+{
+    m_repository.write(u"f"_s, "base\n");
+    m_repository.commitAll();
+    m_repository.git({u"checkout"_s, u"--quiet"_s, u"-b"_s, u"other"_s});
+    m_repository.write(u"f"_s, "theirs\n");
+    m_repository.commitAll();
+    m_repository.git({u"checkout"_s, u"--quiet"_s, u"main"_s});
+    m_repository.write(u"f"_s, "ours\n");
+    m_repository.commitAll();
+    ASSERT_EQ(m_repository.gitStatus({u"merge"_s, u"other"_s}), 1);
+
+    const QList<RawHunk> hunks{
+        rawHunk("@@ -1 +1,5 @@", 1, 1,
+                {"+<<<<<<< HEAD", " ours", "+=======", "+theirs", "+>>>>>>> other"})};
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::modified, 4, 0, hunks)}));
+}
+
+/// A repository with a submodule that was moved on to its second commit.
+class GitSubmodule : public test::RepositoryTest
 {
 protected:
-    static void SetUpTestSuite() { pinGitEnvironment(); }
-
-    QList<FileChange> changes()
+    GitSubmodule()
     {
-        const auto files = service.changedFiles(repository.root(), {});
-        EXPECT_TRUE(files.has_value()) << (files ? "" : qPrintable(files.error().description()));
-        return files.value_or(QList<FileChange>());
+        m_source.write(u"f"_s, "one\n");
+        m_source.commitAll();
+        m_first = m_source.git({u"rev-parse"_s, u"HEAD"_s}).trimmed();
+        m_repository.git({u"-c"_s, u"protocol.file.allow=always"_s, u"submodule"_s, u"--quiet"_s,
+                          u"add"_s, m_source.path(), u"sub"_s});
+        m_repository.commitAll();
+        m_source.write(u"f"_s, "two\n");
+        m_source.commitAll();
+        m_second = m_source.git({u"rev-parse"_s, u"HEAD"_s}).trimmed();
+        m_repository.git({u"-C"_s, u"sub"_s, u"pull"_s, u"--quiet"_s});
     }
 
-    /// Every change as "<status><?> <path>: <lines with their signs>".
-    QStringList described()
+    [[nodiscard]] Listing moved() const
     {
-        QStringList all;
-        const QList<FileChange> files = changes();
-        for (const FileChange &file : files) {
-            QStringList lines;
-            for (const RawHunk &hunk : file.hunks) {
-                for (const RawDiffLine &line : hunk.lines) {
-                    const char sign = " +-"[int(line.kind)];
-                    lines.append(QChar::fromLatin1(sign) + line.text.toString());
-                }
-            }
-            all.append(rawValue(file.status) + (file.isUntracked ? u"? "_s : u" "_s) + file.path +
-                       u": "_s + lines.join(u'|'));
-        }
-        return all;
+        return QList<FileChange>{trackedFile(
+            u"sub"_s, ChangeStatus::modified, 1, 1,
+            {rawHunk("@@ -1 +1 @@", 1, 1,
+                     {"-Subproject commit " + m_first, "+Subproject commit " + m_second})})};
     }
 
-    test::TemporaryRepository repository{};
-    CountingRunner runner{};
-    FileSystemReader reader{};
-    GitService service{runner, reader};
+    test::TemporaryRepository m_source;
+    QByteArray m_first{};
+    QByteArray m_second{};
 };
 
-TEST_F(GitRepository, OfACleanTreeHasNoChanges)
+TEST_F(GitSubmodule, IsAPairOfCommits)
 {
-    repository.write(u"a"_s, "1\n");
-    repository.commitAll();
-
-    EXPECT_EQ(described(), QStringList());
+    EXPECT_EQ(changedFiles(), moved());
 }
 
-TEST_F(GitRepository, ShowsModifiedDeletedAddedAndNestedUntrackedFiles)
+TEST_F(GitSubmodule, IsAPairOfCommitsWhereALogIsConfigured)
 {
-    repository.write(u"gone"_s, "x\n");
-    repository.write(u"kept"_s, "1\n2\n");
-    repository.commitAll();
-    QFile::remove(repository.path(u"gone"_s));
-    repository.write(u"kept"_s, "1\n3\n");
-    repository.write(u"staged"_s, "s\n");
-    repository.git({u"add"_s, u"staged"_s});
-    repository.write(u"sub/deeper/new.txt"_s, "n");
+    m_repository.git({u"config"_s, u"diff.submodule"_s, u"log"_s});
 
-    EXPECT_EQ(described(), (QStringList{u"D gone: -x"_s, u"M kept:  1|-2|+3"_s, u"A staged: +s"_s,
-                                        u"A? sub/deeper/new.txt: +n"_s}));
+    EXPECT_EQ(changedFiles(), moved());
 }
 
-class OddName : public GitRepository, public testing::WithParamInterface<const char *>
-{};
-
-TEST_P(OddName, ShowsItsOwnChangeTrackedAndUntracked)
+TEST_F(GitRepository, ATrackedLinkShowsItsTargetsText)
 {
-    const QString name = QString::fromUtf8(GetParam());
-    repository.write(u"a.txt"_s, "decoy\n");
-    repository.write(u"a1.txt"_s, "decoy\n");
-    repository.write(name, "old\n");
-    repository.git({u"--literal-pathspecs"_s, u"add"_s, u"--"_s, u"a.txt"_s, u"a1.txt"_s, name});
-    repository.git({u"commit"_s, u"--quiet"_s, u"--message"_s, u"x"_s});
-    repository.write(name, "new\n");
-    repository.write(u"a.txt"_s, "decoy changed\n");
-    repository.write(u"zz/"_s + name, "fresh");
+    m_repository.link(u"link"_s, "old/target");
+    m_repository.commitAll();
+    m_repository.link(u"link"_s, "/etc/passwd");
 
-    const QStringList all = described();
-
-    EXPECT_TRUE(all.contains(u"M "_s + name + u": -old|+new"_s)) << qPrintable(all.join(u'\n'));
-    EXPECT_TRUE(all.contains(u"A? zz/"_s + name + u": +fresh"_s)) << qPrintable(all.join(u'\n'));
+    EXPECT_EQ(
+        changedFiles(),
+        Listing({trackedFile(u"link"_s, ChangeStatus::modified, 1, 1,
+                             {rawHunk("@@ -1 +1 @@", 1, 1, {"-old/target", "+/etc/passwd"})})}));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, OddName,
-                         testing::Values("a b.txt", "quo\"te's.txt", "line\nfeed", "tab\tbed",
-                                         "grün ✓.txt", "-dash", "a -> b", "@@x", "[br]ackets",
-                                         ":!a.txt", "*.txt", "a[1].txt", ":(top)x", "back\\slash"));
-
-TEST_F(GitRepository, ShowsASubmoduleAsOnePairOfLines)
+TEST_F(GitRepository, AnUntrackedLinkOutOfTheRepositoryShowsItsTargetsTextOnly)
 {
-    const test::TemporaryRepository inner;
-    inner.write(u"f"_s, "1\n");
-    inner.commitAll();
-    repository.git({u"-c"_s, u"protocol.file.allow=always"_s, u"submodule"_s, u"--quiet"_s,
-                    u"add"_s, inner.path(), u"module"_s});
-    repository.commitAll();
-    inner.write(u"f"_s, "2\n");
-    inner.commitAll();
-    repository.git(
-        {u"-C"_s, u"module"_s, u"-c"_s, u"protocol.file.allow=always"_s, u"pull"_s, u"--quiet"_s});
+    m_repository.write(u"../secret"_s, "content");
+    m_repository.link(u"link"_s, "../secret");
 
-    const QStringList all = described();
-
-    ASSERT_EQ(all.size(), 1);
-    EXPECT_TRUE(all.first().startsWith(u"M module: -Subproject commit "_s));
-    EXPECT_TRUE(all.first().contains(u"|+Subproject commit "_s));
+    EXPECT_EQ(
+        changedFiles(),
+        Listing({untrackedFile(u"link"_s, 1, {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+../secret"})})}));
 }
 
-TEST_F(GitRepository, ShowsANestedRepositoryAsAPlaceholder)
+TEST_F(GitRepository, AnUntrackedLinkToAFolderShowsItsTargetsText)
 {
-    repository.commitAll();
-    repository.git({u"init"_s, u"--quiet"_s, u"inner"_s});
-    repository.write(u"inner/f"_s, "x");
+    m_repository.link(u"link"_s, "/etc");
 
-    EXPECT_EQ(described(), QStringList{u"A? inner/: +(file too large or binary to display)"_s});
+    EXPECT_EQ(
+        changedFiles(),
+        Listing({untrackedFile(u"link"_s, 1, {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+/etc"})})}));
 }
 
-TEST_F(GitRepository, ShowsTheTargetsOfLinksAndNeverFollowsThem)
+TEST_F(GitRepository, ANestedRepositoryGetsThePlaceholder)
 {
-    ASSERT_EQ(::symlink("one", repository.path(u"tracked"_s).toUtf8().constData()), 0);
-    repository.commitAll();
-    QFile::remove(repository.path(u"tracked"_s));
-    ASSERT_EQ(::symlink("two", repository.path(u"tracked"_s).toUtf8().constData()), 0);
-    ASSERT_EQ(::symlink("/etc/hostname", repository.path(u"fresh"_s).toUtf8().constData()), 0);
+    m_repository.git({u"init"_s, u"--quiet"_s, u"inner"_s});
+    m_repository.write(u"inner/f"_s, "a\n");
 
-    EXPECT_EQ(described(), (QStringList{u"M tracked: -one|+two"_s, u"A? fresh: +/etc/hostname"_s}));
+    EXPECT_EQ(changedFiles(), Listing({untrackedFile(u"inner/"_s, 1, {placeholderHunk()})}));
 }
 
-TEST_F(GitRepository, ListsAModeChangeAndABinaryFileWithoutHunks)
+TEST_F(GitRepository, ALinkedWorkingTreeIsListed)
 {
-    repository.write(u"binary"_s, QByteArray("\0\1\2", 3));
-    repository.write(u"script"_s, "x\n");
-    repository.commitAll();
-    repository.write(u"binary"_s, QByteArray("\0\1\3", 3));
-    ASSERT_EQ(::chmod(repository.path(u"script"_s).toUtf8().constData(), 0755), 0);
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
+    const QString linked = m_repository.pathOutside(u"linked"_s);
+    m_repository.git({u"worktree"_s, u"add"_s, u"--quiet"_s, u"-b"_s, u"side/way"_s, linked});
+    m_repository.write(u"../linked/f"_s, "b\n");
 
-    EXPECT_EQ(described(), (QStringList{u"M binary: "_s, u"M script: "_s}));
+    const Listing listing = m_service.changedFiles(QUrl::fromLocalFile(linked), ListingControl());
+    const Branch branch = m_service.currentBranch(QUrl::fromLocalFile(linked));
+
+    EXPECT_EQ(listing, Listing({trackedFile(u"f"_s, ChangeStatus::modified, 1, 1,
+                                            {rawHunk("@@ -1 +1 @@", 1, 1, {"-a", "+b"})})}));
+    EXPECT_EQ(branch, Branch(u"side/way"_s));
 }
 
-TEST_F(GitRepository, ShowsAConflictWithItsMarkers)
+TEST_F(GitRepository, ARootWithASlashAtItsEndIsTheSame)
 {
-    repository.write(u"f"_s, "base\n");
-    repository.commitAll();
-    repository.git({u"checkout"_s, u"--quiet"_s, u"-b"_s, u"other"_s});
-    repository.write(u"f"_s, "theirs\n");
-    repository.commitAll();
-    repository.git({u"checkout"_s, u"--quiet"_s, u"main"_s});
-    repository.write(u"f"_s, "ours\n");
-    repository.commitAll();
-    ProcessRunner merge;
-    EXPECT_FALSE(merge.run(u"git"_s, {u"merge"_s, u"other"_s}, repository.root()).has_value());
+    m_repository.write(u"f"_s, "a");
 
-    EXPECT_EQ(described(),
-              QStringList{u"M f: +<<<<<<< HEAD| ours|+=======|+theirs|+>>>>>>> other"_s});
+    const Listing listing =
+        m_service.changedFiles(QUrl::fromLocalFile(m_repository.path() + u'/'), ListingControl());
+
+    EXPECT_EQ(listing,
+              Listing({untrackedFile(u"f"_s, 1, {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+a"})})}));
 }
 
-TEST_F(GitRepository, WithoutACommitShowsUnstagedHunksBeforeStagedOnes)
+TEST_F(GitRepository, TheBranchIsNamedWithoutItsLineFeed)
 {
-    repository.write(u"f"_s, "staged\n");
-    repository.write(u"g"_s, "only staged\n");
-    repository.git({u"add"_s, u"--all"_s});
-    repository.write(u"f"_s, "edited\n");
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
+    m_repository.git({u"checkout"_s, u"--quiet"_s, u"-b"_s, u"feature/list"_s});
 
-    EXPECT_EQ(described(),
-              (QStringList{u"A f: -staged|+edited|+staged"_s, u"A g: +only staged"_s}));
-    EXPECT_FALSE(service.currentBranch(repository.root()).has_value());
+    EXPECT_EQ(m_service.currentBranch(m_repository.root()), Branch(u"feature/list"_s));
 }
 
-TEST_F(GitRepository, ShowsTheChangesOfALinkedWorktree)
+TEST_F(GitRepository, ADetachedHeadIsNamedHead)
 {
-    repository.write(u"f"_s, "1\n");
-    repository.commitAll();
-    QTemporaryDir elsewhere;
-    const QString tree = elsewhere.filePath(u"tree"_s);
-    repository.git({u"worktree"_s, u"add"_s, u"--quiet"_s, u"-b"_s, u"side/branch"_s, tree});
-    QFile file(tree + u"/f"_s);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("2\n");
-    file.close();
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
+    m_repository.git({u"checkout"_s, u"--quiet"_s, u"--detach"_s});
 
-    const auto files = service.changedFiles(QUrl::fromLocalFile(tree), {});
-
-    ASSERT_TRUE(files.has_value());
-    EXPECT_EQ(files->size(), 1);
-    EXPECT_EQ(service.currentBranch(QUrl::fromLocalFile(tree)).value(), u"side/branch"_s);
+    EXPECT_EQ(m_service.currentBranch(m_repository.root()), Branch(u"HEAD"_s));
 }
 
-TEST_F(GitRepository, NamesTheBranchAndADetachedHead)
+TEST_F(GitRepository, WithoutACommitTheBranchQuestionFails)
 {
-    repository.commitAll();
-    EXPECT_EQ(service.currentBranch(repository.root()).value(), u"main"_s);
+    const Branch branch = m_service.currentBranch(m_repository.root());
 
-    repository.git({u"checkout"_s, u"--quiet"_s, u"--detach"_s});
-
-    EXPECT_EQ(service.currentBranch(repository.root()).value(), u"HEAD"_s);
+    ASSERT_FALSE(branch);
+    ASSERT_NE(branch.error().serviceError(), nullptr);
+    EXPECT_EQ(branch.error().serviceError()->status, 128);
 }
 
-TEST_F(GitRepository, OwnedBySomebodyElseFailsWithGitsMessage)
+TEST_F(GitRepository, AFolderThatIsNoneFailsWithGitsWords)
 {
-    if (::geteuid() != 0) {
-        GTEST_SKIP() << "only root can give a folder away";
+    qputenv("GIT_CEILING_DIRECTORIES", QFile::encodeName(m_repository.pathOutside({})));
+    ASSERT_TRUE(QDir(m_repository.path(u".git"_s)).removeRecursively());
+
+    const Listing listing = changedFiles();
+
+    ProcessRunnerError error;
+    error.status = 128;
+    error.message = u"fatal: not a git repository (or any of the parent directories): .git\n"_s;
+    EXPECT_EQ(listing, Listing(failure(ProcessFailure(error))));
+}
+
+TEST_F(GitRepository, AFolderThatIsGoneIsALaunchThatFails)
+{
+    ASSERT_TRUE(QDir(m_repository.path()).removeRecursively());
+
+    const Listing listing = changedFiles();
+
+    EXPECT_EQ(listing,
+              Listing(failure(ProcessFailure(PlatformError{u"No such file or directory"_s}))));
+}
+
+TEST_F(GitRepository, AMissingGitFailsWithTheWordsOfEnv)
+{
+    qputenv("PATH", "/nonexistent");
+
+    EXPECT_EQ(failureOf(changedFiles()), u"127 /usr/bin/env: 'git': No such file or directory"_s);
+}
+
+TEST_F(GitRepository, ABareOneFailsWithGitsWords)
+{
+    m_repository.git({u"config"_s, u"core.bare"_s, u"true"_s});
+
+    EXPECT_EQ(failureOf(changedFiles()), u"128 fatal: this operation must be run in a work tree"_s);
+}
+
+TEST_F(GitRepository, OneOfAnotherOwnerFailsWithGitsWords)
+{
+    // Only root can give a folder away; for anybody else git has a switch for its own tests.
+    const QByteArray root = QFile::encodeName(m_repository.path());
+    if (::chown(root.constData(), 12345, 12345) != 0) {
+        qputenv("GIT_TEST_ASSUME_DIFFERENT_OWNER", "1");
     }
-    repository.commitAll();
-    ASSERT_EQ(::chown(repository.path().toUtf8().constData(), 12345, 12345), 0);
-    ASSERT_EQ(::chown(repository.path(u".git"_s).toUtf8().constData(), 12345, 12345), 0);
 
-    const auto files = service.changedFiles(repository.root(), {});
-
-    ASSERT_FALSE(files.has_value());
-    EXPECT_EQ(files.error().serviceError()->status, 128);
-    EXPECT_TRUE(files.error().description().contains(u"dubious ownership"_s));
+    EXPECT_EQ(failureOf(changedFiles()),
+              u"128 fatal: detected dubious ownership in repository at '"_s + m_repository.path() +
+                  u"'"_s);
 }
 
-TEST_F(GitRepository, ThatIsNoneFailsWithGitsMessage)
+TEST_F(GitRepository, AnUntrackedHugeFileIsNotReadBeyondTheLimit)
 {
-    QTemporaryDir plain;
+    test::makeSparseFile(m_repository.path(u"huge"_s), 10'000'000'000);
+    const std::int64_t before = test::bytesReadSoFar();
 
-    const auto files = service.changedFiles(QUrl::fromLocalFile(plain.path()), {});
+    const Listing listing = changedFiles();
 
-    ASSERT_FALSE(files.has_value());
-    EXPECT_TRUE(files.error().description().contains(u"not a git repository"_s));
+    EXPECT_LT(test::bytesReadSoFar() - before, 3'000'000);
+    EXPECT_EQ(listing, Listing({untrackedFile(u"huge"_s, 1, {placeholderHunk()})}));
 }
 
-TEST_F(GitRepository, ShowsTheSameHunksWhateverItsConfigurationSays)
+TEST_F(GitRepository, AnUntrackedFileOfExactlyTheLimitIsShownAndOneByteMoreIsNot)
 {
-    QByteArray lines;
-    for (int i = 1; i <= 40; ++i) {
-        lines += i % 5 == 0 ? "\n" : QByteArray::number(i) + '\n';
+    m_repository.write(u"just"_s, QByteArray(2'000'000, 'a'));
+    m_repository.write(u"more"_s, QByteArray(2'000'001, 'a'));
+
+    const QList<FileChange> expected{
+        untrackedFile(
+            u"just"_s, 1,
+            {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {QByteArray(2'000'000, 'a').prepend('+')})}),
+        untrackedFile(u"more"_s, 1, {placeholderHunk()})};
+    EXPECT_EQ(changedFiles(), Listing(expected));
+}
+
+TEST_F(GitRepository, PipesAndSocketsDoNotHoldAListingUp)
+{
+    test::makePipe(m_repository.path(u"pipe"_s));
+    test::makeSocket(m_repository.path(u"socket"_s));
+    m_repository.write(u"f"_s, "a");
+
+    EXPECT_EQ(changedFiles(),
+              Listing({untrackedFile(u"f"_s, 1, {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+a"})})}));
+}
+
+TEST_F(GitRepository, APipeInThePlaceOfAListedFileGetsThePlaceholder)
+{
+    test::makePipe(m_repository.path(u"f"_s));
+
+    const auto hunks = m_service.rawHunks(untrackedFile(u"f"_s, 0, {}), m_repository.root());
+
+    EXPECT_EQ(hunks, (Result<QList<RawHunk>, ProcessFailure>({placeholderHunk()})));
+}
+
+/// Runs the real thing, counts it, and does something after each command.
+class WatchedRunner final : public ProcessRunning
+{
+public:
+    explicit WatchedRunner(std::function<void()> afterEach = {})
+        : m_afterEach(std::move(afterEach))
+    {}
+
+    [[nodiscard]] Result<TextSlice, ProcessFailure>
+    run(const QString &command, const QStringList &arguments, const QUrl &directory) const override
+    {
+        ++m_count;
+        auto output = m_runner.run(command, arguments, directory);
+        if (m_afterEach) {
+            m_afterEach();
+        }
+        return output;
     }
-    repository.write(u"f"_s, lines);
-    repository.commitAll();
-    repository.write(u"f"_s,
-                     QByteArray(lines).replace("\n9\n", "\nnine\n").replace("\n18\n", "\n-\n"));
-    const QList<FileChange> plain = changes();
 
-    const std::map<QString, QString> settings{
-        {u"color.ui"_s, u"always"_s},
-        {u"color.diff"_s, u"always"_s},
-        {u"diff.context"_s, u"0"_s},
-        {u"diff.interHunkContext"_s, u"20"_s},
-        {u"diff.suppressBlankEmpty"_s, u"true"_s},
-        {u"diff.noprefix"_s, u"true"_s},
-        {u"diff.mnemonicPrefix"_s, u"true"_s},
-        {u"core.quotePath"_s, u"true"_s},
-        {u"status.renames"_s, u"true"_s},
-        {u"diff.renames"_s, u"copies"_s},
-        {u"status.relativePaths"_s, u"true"_s},
-    };
-    for (const auto &[key, value] : settings) {
-        repository.git({u"config"_s, key, value});
-        EXPECT_EQ(changes(), plain) << qPrintable(key);
+    [[nodiscard]] int count() const { return m_count; }
+
+private:
+    ProcessRunner m_runner;
+    std::function<void()> m_afterEach;
+    mutable std::atomic<int> m_count = 0;
+};
+
+TEST_F(GitRepository, AFileThatVanishesAfterTheStatusGetsThePlaceholder)
+{
+    m_repository.write(u"f"_s, "a");
+    const WatchedRunner runner([this] { m_repository.remove(u"f"_s); });
+    GitService service(runner, m_reader);
+
+    const Listing listing = service.changedFiles(m_repository.root(), ListingControl());
+
+    EXPECT_EQ(listing, Listing({untrackedFile(u"f"_s, 1, {placeholderHunk()})}));
+}
+
+/// What tells whether a file was written.
+struct FileState
+{
+    QByteArray content{};
+    std::int64_t inode = 0;
+    std::int64_t seconds = 0;
+    std::int64_t nanoseconds = 0;
+
+    bool operator==(const FileState &) const = default;
+};
+
+FileState stateOf(const QString &path)
+{
+    FileState state;
+    QFile file(path);
+    struct stat status = {};
+    if (file.open(QFile::ReadOnly) && ::fstat(file.handle(), &status) == 0) {
+        state.content = file.readAll();
+        state.inode = std::int64_t(status.st_ino);
+        state.seconds = status.st_mtim.tv_sec;
+        state.nanoseconds = status.st_mtim.tv_nsec;
     }
-    ASSERT_EQ(plain.first().hunks.size(), 2);
+    return state;
 }
 
-TEST_F(GitRepository, ListsAPathOnceWhenItWasTakenOutOfTheIndexOnly)
+TEST_F(GitRepository, AListingDoesNotWriteTheIndex)
 {
-    repository.write(u"f"_s, "1\n");
-    repository.commitAll();
-    repository.git({u"rm"_s, u"--quiet"_s, u"--cached"_s, u"f"_s});
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.write(u"g"_s, "a\n");
+    m_repository.commitAll();
+    m_repository.write(u"f"_s, "b\n");
+    // A newer time and the same content: what a git that may write would note in the index.
+    QFile touched(m_repository.path(u"g"_s));
+    ASSERT_TRUE(touched.open(QFile::ReadWrite));
+    ASSERT_TRUE(touched.setFileTime(QDateTime::fromSecsSinceEpoch(1'000'000'000),
+                                    QFileDevice::FileModificationTime));
+    touched.close();
+    const FileState before = stateOf(m_repository.path(u".git/index"_s));
 
-    const QList<FileChange> files = changes();
+    const Listing listing = changedFiles();
+    const Branch branch = m_service.currentBranch(m_repository.root());
 
-    ASSERT_EQ(files.size(), 1);
-    EXPECT_EQ(files.first().status, ChangeStatus::deleted);
+    EXPECT_EQ(listing, Listing({trackedFile(u"f"_s, ChangeStatus::modified, 1, 1,
+                                            {rawHunk("@@ -1 +1 @@", 1, 1, {"-a", "+b"})})}));
+    EXPECT_EQ(branch, Branch(u"main"_s));
+    EXPECT_FALSE(before.content.isEmpty());
+    EXPECT_EQ(stateOf(m_repository.path(u".git/index"_s)), before);
 }
 
-TEST_F(GitRepository, NeverReadsAHugeUntrackedFileAndNeverWaitsForAPipe)
+TEST_F(GitRepository, ALockThatAnotherGitHoldsDoesNotMatter)
 {
-    repository.commitAll();
-    repository.write(u"huge"_s, "");
-    ASSERT_EQ(::truncate(repository.path(u"huge"_s).toUtf8().constData(), 10'000'000'000), 0);
-    ASSERT_EQ(::mkfifo(repository.path(u"pipe"_s).toUtf8().constData(), 0600), 0);
+    m_repository.write(u"f"_s, "a\n");
+    m_repository.commitAll();
+    m_repository.write(u"f"_s, "b\n");
+    m_repository.write(u".git/index.lock"_s, {});
 
-    // git itself lists no pipes.
-    EXPECT_EQ(described(), QStringList{u"A? huge: +(file too large or binary to display)"_s});
-    FileChange pipe;
-    pipe.path = u"pipe"_s;
-    pipe.isUntracked = true;
-    const auto hunks = service.rawHunks(pipe, repository.root());
-    EXPECT_EQ(hunks->first().lines.first().text,
-              TextSlice::fromUtf8("(file too large or binary to display)"));
+    EXPECT_EQ(changedFiles(), Listing({trackedFile(u"f"_s, ChangeStatus::modified, 1, 1,
+                                                   {rawHunk("@@ -1 +1 @@", 1, 1, {"-a", "+b"})})}));
+    EXPECT_TRUE(QFile::exists(m_repository.path(u".git/index.lock"_s)));
 }
 
-TEST_F(GitRepository, IsNotWrittenTo)
+Task<> list(GitWorker *worker, QUrl root, std::function<void(ListingProgress)> progress)
 {
-    repository.write(u"f"_s, "1\n");
-    repository.commitAll();
-    repository.write(u"f"_s, "2\n");
-    const QString index = repository.path(u".git/index"_s);
-    const QDateTime before = QFileInfo(index).lastModified();
-    const QStringList entries = QDir(repository.path(u".git"_s)).entryList();
-
-    (void)changes();
-
-    EXPECT_EQ(QFileInfo(index).lastModified(), before);
-    EXPECT_EQ(QDir(repository.path(u".git"_s)).entryList(), entries);
+    auto listing = worker->changedFiles(std::move(root), std::move(progress));
+    const auto listed = co_await std::move(listing);
+    ADD_FAILURE() << "a cancelled listing came to its end: " << bool(listed);
 }
 
-TEST_F(GitRepository, RunsOneStatusAndOneDiffPerTrackedFile)
+TEST_F(GitRepository, ALongListingShowsItsProgressAndStopsWithinOneProcess)
 {
-    repository.write(u"a"_s, "1\n");
-    repository.write(u"b"_s, "1\n");
-    repository.commitAll();
-    repository.write(u"a"_s, "2\n");
-    repository.write(u"b"_s, "2\n");
-    repository.write(u"c"_s, "2\n");
-
-    (void)changes();
-
-    EXPECT_EQ(runner.count, 3);
-}
-
-TEST_F(GitRepository, StopsAListingOfTwoThousandFilesWithinOneProcess)
-{
-    for (int i = 0; i < 2000; ++i) {
-        repository.write(u"f"_s + QString::number(i), "1\n");
+    for (int i = 0; i < 2'000; ++i) {
+        m_repository.write(QString::number(i), "a\n");
     }
-    repository.commitAll();
-    for (int i = 0; i < 2000; ++i) {
-        repository.write(u"f"_s + QString::number(i), "2\n");
+    m_repository.commitAll();
+    for (int i = 0; i < 2'000; ++i) {
+        m_repository.write(QString::number(i), "b\n");
     }
+    const WatchedRunner runner;
+    GitService service(runner, m_reader);
     QList<ListingProgress> reports;
-    ListingControl control;
-    control.report = [&](const ListingProgress &progress) { reports.append(progress); };
-    control.isCancelled = [&] { return reports.last().finishedFiles == 5; };
+    int processesWhenCancelled = 0;
 
-    (void)service.changedFiles(repository.root(), control);
+    {
+        GitWorker worker(service);
+        Job job(list(&worker, m_repository.root(),
+                     [&](ListingProgress progress) { reports.append(progress); }));
+        test::spinUntil(
+            [&] { return !reports.isEmpty() && reports.constLast().finishedFiles >= 3; });
+        processesWhenCancelled = runner.count();
+        job.cancel();
+    }
 
-    EXPECT_EQ(runner.count, 1 + 5);
-    EXPECT_EQ(reports.last(), (ListingProgress{5, 2000}));
+    EXPECT_EQ(reports.constLast().totalFiles, 2'000);
+    EXPECT_LE(runner.count(), processesWhenCancelled + 1);
+    EXPECT_LT(runner.count(), 2'001);
 }
 
 } // namespace

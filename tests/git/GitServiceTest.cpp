@@ -1,18 +1,61 @@
-// The commands, their order and what is made of their answers, with a scripted runner and reader.
-
 #include "git/GitService.h"
 
-#include <gtest/gtest.h>
+#include "ListingSamples.h"
+#include "ScriptedServices.h"
 
-#include <map>
-#include <utility>
+#include <gtest/gtest.h>
 
 namespace vantrel {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
+using test::placeholderHunk;
+using test::QuestionLog;
+using test::rawHunk;
+using test::trackedFile;
+using test::untrackedFile;
 
-const QUrl root = QUrl(QStringLiteral("file:///repo"));
+QStringList git(const QStringList &arguments)
+{
+    return QStringList{u"git"_s,
+                       u"-c"_s,
+                       u"core.fsmonitor="_s,
+                       u"-c"_s,
+                       u"core.pager=cat"_s,
+                       u"--no-optional-locks"_s} +
+           arguments + QStringList{u"/r"_s};
+}
+
+QStringList statusQuestion()
+{
+    return git(
+        {u"status"_s, u"--porcelain=v1"_s, u"-z"_s, u"--untracked-files=all"_s, u"--no-renames"_s});
+}
+
+QStringList combinedQuestion(const QString &path)
+{
+    return git({u"diff"_s, u"HEAD"_s, u"--no-renames"_s, u"--"_s, path});
+}
+
+QStringList unstagedQuestion(const QString &path)
+{
+    return git({u"diff"_s, u"--no-renames"_s, u"--"_s, path});
+}
+
+QStringList stagedQuestion(const QString &path)
+{
+    return git({u"diff"_s, u"--cached"_s, u"--no-renames"_s, u"--"_s, path});
+}
+
+QStringList branchQuestion()
+{
+    return git({u"rev-parse"_s, u"--abbrev-ref"_s, u"HEAD"_s});
+}
+
+QStringList readQuestion(const QString &path, const QString &limit = u"2000000"_s)
+{
+    return {u"read"_s, path, limit};
+}
 
 ProcessFailure exitFailure(const QString &message)
 {
@@ -22,273 +65,356 @@ ProcessFailure exitFailure(const QString &message)
     return error;
 }
 
-/// Answers commands, told by their words behind the common prefix; an unknown one fails the test.
-class FakeProcessRunner final : public ProcessRunning
-{
-public:
-    using Answer = Result<TextSlice, ProcessFailure>;
-
-    void answer(const QStringList &arguments, const QByteArray &output)
-    {
-        m_answers.insert_or_assign(arguments.join(u' '), Answer(TextSlice::fromUtf8(output)));
-    }
-    void fail(const QStringList &arguments, const QString &message)
-    {
-        m_answers.insert_or_assign(arguments.join(u' '), Answer(failure(exitFailure(message))));
-    }
-
-    Answer run(const QString &command, const QStringList &arguments,
-               const QUrl &directory) const override
-    {
-        EXPECT_EQ(command, u"git"_s);
-        EXPECT_EQ(directory, root);
-        EXPECT_EQ(arguments.first(5), (QStringList{u"-c"_s, u"core.fsmonitor="_s, u"-c"_s,
-                                                   u"core.pager=cat"_s, u"--no-optional-locks"_s}));
-        const QString words = arguments.sliced(5).join(u' ');
-        commands.append(words);
-        const auto found = m_answers.find(words);
-        if (found == m_answers.end()) {
-            ADD_FAILURE() << "unscripted: " << qPrintable(words);
-            return TextSlice();
-        }
-        return found->second;
-    }
-
-    mutable QStringList commands{};
-
-private:
-    std::map<QString, Answer> m_answers{};
-};
-
-class FakeFileReader final : public FileReading
-{
-public:
-    Result<QByteArray, PlatformError> read(const QUrl &file, std::int64_t maxBytes) const override
-    {
-        EXPECT_EQ(maxBytes, 2'000'000);
-        files.append(file.toLocalFile());
-        return answer;
-    }
-
-    Result<QByteArray, PlatformError> answer{QByteArray()};
-    mutable QStringList files{};
-};
-
 class GitServiceTest : public testing::Test
 {
 protected:
-    static QStringList status()
+    using Listing = Result<QList<FileChange>, ProcessFailure>;
+    using Hunks = Result<QList<RawHunk>, ProcessFailure>;
+    using Branch = Result<std::optional<QString>, ProcessFailure>;
+
+    Listing changedFiles(const ListingControl &control = {})
     {
-        return {u"status"_s, u"--porcelain=v1"_s, u"-z"_s, u"--untracked-files=all"_s,
-                u"--no-renames"_s};
-    }
-    static QStringList headDiff(const QString &path)
-    {
-        return {u"diff"_s, u"HEAD"_s, u"--no-renames"_s, u"--"_s, path};
-    }
-    static QStringList unstagedDiff(const QString &path)
-    {
-        return {u"diff"_s, u"--no-renames"_s, u"--"_s, path};
-    }
-    static QStringList stagedDiff(const QString &path)
-    {
-        return {u"diff"_s, u"--cached"_s, u"--no-renames"_s, u"--"_s, path};
-    }
-    static RawHunk placeholder()
-    {
-        RawHunk hunk;
-        hunk.header = TextSlice::fromUtf8("@@ -0,0 +1,0 @@");
-        hunk.newStart = 1;
-        hunk.lines = {
-            {RawLineKind::addition, TextSlice::fromUtf8("(file too large or binary to display)")}};
-        return hunk;
-    }
-    static FileChange untracked()
-    {
-        FileChange file;
-        file.path = u"new.txt"_s;
-        file.status = ChangeStatus::added;
-        file.isUntracked = true;
-        return file;
+        return m_service.changedFiles(m_root, control);
     }
 
-    FakeProcessRunner runner{};
-    FakeFileReader reader{};
-    GitService service{runner, reader};
+    Hunks rawHunks(const FileChange &file) { return m_service.rawHunks(file, m_root); }
+    Hunks rawHunksOfTracked()
+    {
+        return rawHunks(trackedFile(u"f"_s, ChangeStatus::modified, 0, 0, {}));
+    }
+    Hunks rawHunksOfUntracked() { return rawHunks(untrackedFile(u"f"_s, 0, {})); }
+
+    /// The listing in which git is asked `questions` times before it is cancelled.
+    ListingControl cancelledAfter(qsizetype questions)
+    {
+        ListingControl control;
+        control.isCancelled = [this, questions] { return m_log.size() >= questions; };
+        return control;
+    }
+
+    QUrl m_root = QUrl::fromLocalFile(u"/r"_s);
+    QuestionLog m_log;
+    test::FakeProcessRunner m_runner{m_log};
+    test::FakeFileReader m_reader{m_log};
+    GitService m_service{m_runner, m_reader};
 };
 
-TEST_F(GitServiceTest, ListsWithOneStatusAndOneDiffPerTrackedFile)
+TEST_F(GitServiceTest, AnUnchangedRepositoryCostsOneStatusCommand)
 {
-    runner.answer(status(), QByteArray(" M a b.txt\0?? new.txt\0", 22));
-    runner.answer(headDiff(u"a b.txt"_s), "--- a\n+++ b\n@@ -1,2 +1,2 @@ f\n x\n-y\n+z\n+w\n");
-    reader.answer = QByteArray("one\ntwo");
+    m_runner.answer({});
 
-    const auto files = service.changedFiles(root, {});
+    const Listing listing = changedFiles();
 
-    ASSERT_TRUE(files.has_value());
-    ASSERT_EQ(files->size(), 2);
-    EXPECT_EQ(files->at(0).path, u"a b.txt"_s);
-    EXPECT_EQ(files->at(0).status, ChangeStatus::modified);
-    EXPECT_EQ(files->at(0).additions, 2);
-    EXPECT_EQ(files->at(0).deletions, 1);
-    EXPECT_EQ(files->at(0).hunks.size(), 1);
-    EXPECT_TRUE(files->at(0).summaryState.isIdle());
-    EXPECT_TRUE(files->at(1).isUntracked);
-    EXPECT_EQ(files->at(1).additions, 2);
-    EXPECT_EQ(files->at(1).hunks.at(0).header, TextSlice::fromUtf8("@@ -0,0 +1,2 @@"));
-    EXPECT_EQ(runner.commands,
-              (QStringList{status().join(u' '), headDiff(u"a b.txt"_s).join(u' ')}));
-    EXPECT_EQ(reader.files, QStringList{u"/repo/new.txt"_s});
+    EXPECT_EQ(listing, Listing(QList<FileChange>()));
+    EXPECT_EQ(m_log, QuestionLog{statusQuestion()});
 }
 
-TEST_F(GitServiceTest, FailsAsAWholeWhenTheStatusFails)
+TEST_F(GitServiceTest, AsksForOneFileAfterAnotherInGitsOrder)
 {
-    runner.fail(status(), u"not a repository\n"_s);
+    m_runner.answer(QByteArray(" M b\0?? a\0D  c\0", 15));
+    m_runner.answer("@@ -1,2 +1,3 @@\n kept\n-gone\n+new\n+newer\n@@ -9 +10 @@\n-x\n+y\n");
+    m_reader.answer("one\n");
+    m_runner.answer("@@ -1 +0,0 @@\n-c\n");
 
-    const auto files = service.changedFiles(root, {});
+    const Listing listing = changedFiles();
 
-    ASSERT_FALSE(files.has_value());
-    EXPECT_EQ(files.error().description(), u"Command exited with status 128: not a repository\n"_s);
+    const QList<RawHunk> hunksOfB{
+        rawHunk("@@ -1,2 +1,3 @@", 1, 1, {" kept", "-gone", "+new", "+newer"}),
+        rawHunk("@@ -9 +10 @@", 9, 10, {"-x", "+y"})};
+    const QList<FileChange> expected{
+        trackedFile(u"b"_s, ChangeStatus::modified, 3, 2, hunksOfB),
+        untrackedFile(u"a"_s, 2, {rawHunk("@@ -0,0 +1,2 @@", 0, 1, {"+one", "+"})}),
+        trackedFile(u"c"_s, ChangeStatus::deleted, 0, 1, {rawHunk("@@ -1 +0,0 @@", 1, 0, {"-c"})})};
+    EXPECT_EQ(listing, Listing(expected));
+    EXPECT_EQ(m_log, (QuestionLog{statusQuestion(), combinedQuestion(u"b"_s),
+                                  readQuestion(u"/r/a"_s), combinedQuestion(u"c"_s)}));
 }
 
-TEST_F(GitServiceTest, FailsAsAWholeWhenOneFileFails)
+TEST_F(GitServiceTest, AFileWithoutHunksHasNoCounts)
 {
-    runner.answer(status(), QByteArray(" M a\0 M b\0", 10));
-    runner.fail(headDiff(u"a"_s), u"no HEAD"_s);
-    runner.fail(unstagedDiff(u"a"_s), u"broken"_s);
+    m_runner.answer(QByteArray(" M f\0", 5));
+    m_runner.answer("diff --git a/f b/f\nBinary files a/f and b/f differ\n");
 
-    const auto files = service.changedFiles(root, {});
+    const Listing listing = changedFiles();
 
-    ASSERT_FALSE(files.has_value());
-    EXPECT_EQ(files.error(), exitFailure(u"broken"_s));
+    EXPECT_EQ(listing, Listing({trackedFile(u"f"_s, ChangeStatus::modified, 0, 0, {})}));
 }
 
-TEST_F(GitServiceTest, FallsBackToTheUnstagedAndThenTheStagedHunks)
+TEST_F(GitServiceTest, AFailedStatusFailsTheListingUnchanged)
 {
-    FileChange file;
-    file.path = u"a"_s;
-    runner.fail(headDiff(u"a"_s), u"no HEAD"_s);
-    runner.answer(unstagedDiff(u"a"_s), "@@ -5 +5 @@\n-u\n+v\n");
-    runner.answer(stagedDiff(u"a"_s), "@@ -0,0 +1 @@\n+s\n");
+    m_runner.fail(exitFailure(u"fatal: not a git repository\n"_s));
 
-    const auto hunks = service.rawHunks(file, root);
+    const Listing listing = changedFiles();
 
-    ASSERT_TRUE(hunks.has_value());
-    ASSERT_EQ(hunks->size(), 2);
-    EXPECT_EQ(hunks->at(0).oldStart, 5);
-    EXPECT_EQ(hunks->at(1).oldStart, 0);
-    EXPECT_EQ(runner.commands,
-              (QStringList{headDiff(u"a"_s).join(u' '), unstagedDiff(u"a"_s).join(u' '),
-                           stagedDiff(u"a"_s).join(u' ')}));
+    EXPECT_EQ(listing, Listing(failure(exitFailure(u"fatal: not a git repository\n"_s))));
+    EXPECT_EQ(m_log, QuestionLog{statusQuestion()});
 }
 
-TEST_F(GitServiceTest, FailsWithTheErrorOfTheStagedDiff)
+TEST_F(GitServiceTest, AFailureOfOneFileFailsTheListing)
 {
-    FileChange file;
-    file.path = u"a"_s;
-    runner.fail(headDiff(u"a"_s), u"first"_s);
-    runner.answer(unstagedDiff(u"a"_s), "");
-    runner.fail(stagedDiff(u"a"_s), u"second"_s);
+    m_runner.answer(QByteArray(" M a\0 M b\0 M c\0", 15));
+    m_runner.answer("@@ -1 +1 @@\n-x\n+y\n");
+    m_runner.fail(exitFailure(u"combined"_s));
+    m_runner.fail(exitFailure(u"unstaged"_s));
 
-    const auto hunks = service.rawHunks(file, root);
+    const Listing listing = changedFiles();
 
-    ASSERT_FALSE(hunks.has_value());
-    EXPECT_EQ(hunks.error(), exitFailure(u"second"_s));
+    EXPECT_EQ(listing, Listing(failure(exitFailure(u"unstaged"_s))));
+    EXPECT_EQ(m_log, (QuestionLog{statusQuestion(), combinedQuestion(u"a"_s),
+                                  combinedQuestion(u"b"_s), unstagedQuestion(u"b"_s)}));
 }
 
-TEST_F(GitServiceTest, ShowsAnUntrackedFileOfExactlyTheLimit)
+TEST_F(GitServiceTest, AFailedLaunchPassesThroughUnchanged)
 {
-    reader.answer = QByteArray(2'000'000, 'x');
+    m_runner.fail(PlatformError{u"No such file or directory"_s});
 
-    const auto hunks = service.rawHunks(untracked(), root);
+    const Listing listing = changedFiles();
 
-    ASSERT_TRUE(hunks.has_value());
-    EXPECT_EQ(hunks->at(0).lines.at(0).text.size(), 2'000'000);
+    EXPECT_EQ(listing,
+              Listing(failure(ProcessFailure(PlatformError{u"No such file or directory"_s}))));
 }
 
-TEST_F(GitServiceTest, ShowsAPlaceholderForAFileBeyondTheLimit)
+TEST_F(GitServiceTest, ATrackedFileCostsOneDiffAgainstHead)
 {
-    reader.answer = QByteArray(2'000'001, 'x');
+    m_runner.answer("@@ -1 +1 @@\n-x\n+y\n");
 
-    EXPECT_EQ(service.rawHunks(untracked(), root).value(), QList{placeholder()});
+    const Hunks hunks = rawHunksOfTracked();
+
+    EXPECT_EQ(hunks, Hunks({rawHunk("@@ -1 +1 @@", 1, 1, {"-x", "+y"})}));
+    EXPECT_EQ(m_log, QuestionLog{combinedQuestion(u"f"_s)});
 }
 
-TEST_F(GitServiceTest, ShowsAPlaceholderForAFileThatIsNotUtf8)
+TEST_F(GitServiceTest, WithoutHeadTheUnstagedHunksComeBeforeTheStagedOnes)
 {
-    reader.answer = QByteArray("caf\xe9");
+    m_runner.fail(exitFailure(u"fatal: bad revision 'HEAD'\n"_s));
+    m_runner.answer("@@ -1 +1,2 @@\n one\n+two\n");
+    m_runner.answer("@@ -0,0 +1 @@\n+one\n");
 
-    EXPECT_EQ(service.rawHunks(untracked(), root).value(), QList{placeholder()});
+    const Hunks hunks = rawHunksOfTracked();
+
+    EXPECT_EQ(hunks, Hunks({rawHunk("@@ -1 +1,2 @@", 1, 1, {" one", "+two"}),
+                            rawHunk("@@ -0,0 +1 @@", 0, 1, {"+one"})}));
+    EXPECT_EQ(m_log, (QuestionLog{combinedQuestion(u"f"_s), unstagedQuestion(u"f"_s),
+                                  stagedQuestion(u"f"_s)}));
 }
 
-TEST_F(GitServiceTest, ShowsAPlaceholderForAFileThatVanished)
+TEST_F(GitServiceTest, ALaunchThatFailsForTheCombinedDiffFallsBackToo)
 {
-    reader.answer = failure(PlatformError{u"No such file or directory"_s});
+    m_runner.fail(PlatformError{u"Resource temporarily unavailable"_s});
+    m_runner.answer({});
+    m_runner.answer({});
 
-    EXPECT_EQ(service.rawHunks(untracked(), root).value(), QList{placeholder()});
+    const Hunks hunks = rawHunksOfTracked();
+
+    EXPECT_EQ(hunks, Hunks(QList<RawHunk>()));
+    EXPECT_EQ(m_log, (QuestionLog{combinedQuestion(u"f"_s), unstagedQuestion(u"f"_s),
+                                  stagedQuestion(u"f"_s)}));
 }
 
-TEST_F(GitServiceTest, CountsAPlaceholderAsOneAddition)
+TEST_F(GitServiceTest, AFailedUnstagedDiffFailsWithItsOwnError)
 {
-    runner.answer(status(), QByteArray("?? new.txt\0", 11));
-    reader.answer = QByteArray("\xff");
+    m_runner.fail(exitFailure(u"combined"_s));
+    m_runner.fail(exitFailure(u"unstaged"_s));
 
-    EXPECT_EQ(service.changedFiles(root, {})->at(0).additions, 1);
+    const Hunks hunks = rawHunksOfTracked();
+
+    EXPECT_EQ(hunks, Hunks(failure(exitFailure(u"unstaged"_s))));
+    EXPECT_EQ(m_log, (QuestionLog{combinedQuestion(u"f"_s), unstagedQuestion(u"f"_s)}));
 }
 
-TEST_F(GitServiceTest, ShowsAnEmptyUntrackedFileAsOneEmptyAddedLine)
+TEST_F(GitServiceTest, AFailedStagedDiffFailsWithItsOwnError)
 {
-    runner.answer(status(), QByteArray("?? new.txt\0", 11));
-    reader.answer = QByteArray();
+    m_runner.fail(exitFailure(u"combined"_s));
+    m_runner.answer("@@ -1 +1 @@\n-x\n+y\n");
+    m_runner.fail(exitFailure(u"staged"_s));
 
-    const FileChange file = service.changedFiles(root, {})->at(0);
+    const Hunks hunks = rawHunksOfTracked();
 
-    EXPECT_EQ(file.additions, 1);
-    EXPECT_EQ(file.hunks.at(0).header, TextSlice::fromUtf8("@@ -0,0 +1,1 @@"));
-    EXPECT_EQ(file.hunks.at(0).lines, (QList<RawDiffLine>{{RawLineKind::addition, TextSlice()}}));
+    EXPECT_EQ(hunks, Hunks(failure(exitFailure(u"staged"_s))));
 }
 
-TEST_F(GitServiceTest, NamesTheBranchWithoutItsLineFeed)
+TEST_F(GitServiceTest, AnUntrackedFileIsReadAndShownAsAllAdded)
 {
-    runner.answer({u"rev-parse"_s, u"--abbrev-ref"_s, u"HEAD"_s}, "feature/x\n");
+    m_reader.answer("one\ntwo");
 
-    EXPECT_EQ(service.currentBranch(root).value(), u"feature/x"_s);
+    const Hunks hunks = rawHunksOfUntracked();
+
+    EXPECT_EQ(hunks, Hunks({rawHunk("@@ -0,0 +1,2 @@", 0, 1, {"+one", "+two"})}));
+    EXPECT_EQ(m_log, QuestionLog{readQuestion(u"/r/f"_s)});
 }
 
-TEST_F(GitServiceTest, NamesNoBranchWhenGitPrintsBlanks)
+TEST_F(GitServiceTest, AnUntrackedNameIsNoPieceOfAnAddress)
 {
-    runner.answer({u"rev-parse"_s, u"--abbrev-ref"_s, u"HEAD"_s}, " \n");
+    m_reader.answer("x");
 
-    EXPECT_EQ(service.currentBranch(root).value(), std::nullopt);
+    const Hunks hunks = rawHunks(untrackedFile(u"d/100%41 #?&\\:\n\".txt"_s, 0, {}));
+
+    EXPECT_EQ(hunks, Hunks({rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+x"})}));
+    EXPECT_EQ(m_log, QuestionLog{readQuestion(u"/r/d/100%41 #?&\\:\n\".txt"_s)});
 }
 
-TEST_F(GitServiceTest, PassesOnAFailureToNameTheBranch)
+TEST_F(GitServiceTest, AnUntrackedEmptyFileHasOneEmptyAddedLine)
 {
-    runner.fail({u"rev-parse"_s, u"--abbrev-ref"_s, u"HEAD"_s}, u"no commit"_s);
+    m_runner.answer(QByteArray("?? f\0", 5));
+    m_reader.answer({});
 
-    EXPECT_EQ(service.currentBranch(root).error(), exitFailure(u"no commit"_s));
+    const Listing listing = changedFiles();
+
+    EXPECT_EQ(listing,
+              Listing({untrackedFile(u"f"_s, 1, {rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+"})})}));
 }
 
-TEST_F(GitServiceTest, ReportsProgressAfterEachFileAndStopsWhenCancelled)
+TEST_F(GitServiceTest, AnUntrackedFileOfExactlyTheLimitIsShown)
 {
-    runner.answer(status(), QByteArray(" M a\0 M b\0 M c\0", 15));
-    runner.answer(headDiff(u"a"_s), "");
-    runner.answer(headDiff(u"b"_s), "");
+    const QByteArray content(2'000'000, 'a');
+    m_reader.answer(content);
+
+    const Hunks hunks = rawHunksOfUntracked();
+
+    EXPECT_EQ(hunks, Hunks({rawHunk("@@ -0,0 +1,1 @@", 0, 1, {'+' + content})}));
+}
+
+TEST_F(GitServiceTest, AnUntrackedFileOfOneByteMoreGetsThePlaceholder)
+{
+    m_reader.answer(QByteArray(2'000'001, 'a'));
+
+    const Hunks hunks = rawHunksOfUntracked();
+
+    EXPECT_EQ(hunks, Hunks({placeholderHunk()}));
+}
+
+TEST_F(GitServiceTest, AnotherLimitIsHandedToTheReaderAndKept)
+{
+    GitService service(m_runner, m_reader, 3);
+    m_reader.answer("abc");
+    m_reader.answer("abcd");
+
+    const Hunks shown = service.rawHunks(untrackedFile(u"f"_s, 0, {}), m_root);
+    const Hunks notShown = service.rawHunks(untrackedFile(u"f"_s, 0, {}), m_root);
+
+    EXPECT_EQ(shown, Hunks({rawHunk("@@ -0,0 +1,1 @@", 0, 1, {"+abc"})}));
+    EXPECT_EQ(notShown, Hunks({placeholderHunk()}));
+    EXPECT_EQ(m_log,
+              (QuestionLog{readQuestion(u"/r/f"_s, u"3"_s), readQuestion(u"/r/f"_s, u"3"_s)}));
+}
+
+TEST_F(GitServiceTest, AnUnreadableUntrackedFileCountsAsOneAddition)
+{
+    m_runner.answer(QByteArray("?? f\0", 5));
+    m_reader.fail(u"Permission denied"_s);
+
+    const Listing listing = changedFiles();
+
+    EXPECT_EQ(listing, Listing({untrackedFile(u"f"_s, 1, {placeholderHunk()})}));
+}
+
+TEST_F(GitServiceTest, AnUntrackedFileThatIsNotUtf8GetsThePlaceholder)
+{
+    m_reader.answer("caf\xe9\n");
+
+    const Hunks hunks = rawHunksOfUntracked();
+
+    EXPECT_EQ(hunks, Hunks({placeholderHunk()}));
+}
+
+TEST_F(GitServiceTest, AnUntrackedFileThatEndsInTheMiddleOfALetterGetsThePlaceholder)
+{
+    m_reader.answer("caf\xc3");
+
+    const Hunks hunks = rawHunksOfUntracked();
+
+    EXPECT_EQ(hunks, Hunks({placeholderHunk()}));
+}
+
+TEST_F(GitServiceTest, TheBranchIsTrimmedAndKeepsItsSlash)
+{
+    m_runner.answer("feature/new-list\n");
+
+    const Branch branch = m_service.currentBranch(m_root);
+
+    EXPECT_EQ(branch, Branch(u"feature/new-list"_s));
+    EXPECT_EQ(m_log, QuestionLog{branchQuestion()});
+}
+
+TEST_F(GitServiceTest, WhiteSpaceAloneIsNoBranch)
+{
+    m_runner.answer(" \r\n\t\n");
+
+    const Branch branch = m_service.currentBranch(m_root);
+
+    EXPECT_EQ(branch, Branch(std::nullopt));
+}
+
+TEST_F(GitServiceTest, AFailedBranchQuestionFailsUnchanged)
+{
+    m_runner.fail(exitFailure(u"fatal: ambiguous argument 'HEAD'\n"_s));
+
+    const Branch branch = m_service.currentBranch(m_root);
+
+    EXPECT_EQ(branch, Branch(failure(exitFailure(u"fatal: ambiguous argument 'HEAD'\n"_s))));
+}
+
+TEST_F(GitServiceTest, ReportsTheTotalAndThenEachFile)
+{
+    m_runner.answer(QByteArray("?? a\0?? b\0", 10));
+    m_reader.answer("a");
+    m_reader.answer("b");
     QList<ListingProgress> reports;
     ListingControl control;
     control.report = [&](const ListingProgress &progress) { reports.append(progress); };
-    control.isCancelled = [&] { return reports.last().finishedFiles == 2; };
 
-    const auto files = service.changedFiles(root, control);
+    const Listing listing = changedFiles(control);
 
-    ASSERT_TRUE(files.has_value());
-    EXPECT_EQ(reports, (QList<ListingProgress>{{0, 3}, {1, 3}, {2, 3}}));
-    EXPECT_EQ(runner.commands.size(), 3);
+    EXPECT_TRUE(listing);
+    EXPECT_EQ(reports, (QList<ListingProgress>{{0, 2}, {1, 2}, {2, 2}}));
 }
 
-TEST(ProcessRunnerError, DescribesTheStatusAndTheMessageUntrimmed)
+TEST_F(GitServiceTest, AListingCancelledBeforeItBeginsAsksNothing)
 {
-    EXPECT_EQ(exitFailure(u"fatal\n"_s).description(),
-              u"Command exited with status 128: fatal\n"_s);
+    EXPECT_TRUE(changedFiles(cancelledAfter(0)));
+
+    EXPECT_EQ(m_log, QuestionLog());
+}
+
+TEST_F(GitServiceTest, AListingCancelledDuringStatusAsksForNoFile)
+{
+    m_runner.answer(QByteArray(" M a\0?? b\0", 10));
+
+    EXPECT_TRUE(changedFiles(cancelledAfter(1)));
+
+    EXPECT_EQ(m_log, QuestionLog{statusQuestion()});
+}
+
+TEST_F(GitServiceTest, AListingCancelledDuringADiffAsksForNoOtherFile)
+{
+    m_runner.answer(QByteArray(" M a\0 M b\0", 10));
+    m_runner.answer({});
+
+    EXPECT_TRUE(changedFiles(cancelledAfter(2)));
+
+    EXPECT_EQ(m_log, (QuestionLog{statusQuestion(), combinedQuestion(u"a"_s)}));
+}
+
+TEST_F(GitServiceTest, AListingCancelledDuringADiffThatFailsDoesNotFallBack)
+{
+    m_runner.answer(QByteArray("A  a\0", 5));
+    m_runner.fail(exitFailure(u"combined"_s));
+
+    EXPECT_TRUE(changedFiles(cancelledAfter(2)));
+
+    EXPECT_EQ(m_log, (QuestionLog{statusQuestion(), combinedQuestion(u"a"_s)}));
+}
+
+TEST_F(GitServiceTest, AListingCancelledBetweenTheTwoDiffsOfAFileStopsThere)
+{
+    m_runner.answer(QByteArray("A  a\0", 5));
+    m_runner.fail(exitFailure(u"combined"_s));
+    m_runner.answer({});
+
+    EXPECT_TRUE(changedFiles(cancelledAfter(3)));
+
+    EXPECT_EQ(m_log,
+              (QuestionLog{statusQuestion(), combinedQuestion(u"a"_s), unstagedQuestion(u"a"_s)}));
 }
 
 } // namespace

@@ -1,180 +1,351 @@
-// Real child processes.
-
 #include "git/ProcessRunner.h"
+
+#include "EnvironmentRestorer.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 
+#include <algorithm>
+#include <csignal>
 #include <fcntl.h>
+#include <pthread.h>
+#include <thread>
 #include <unistd.h>
+#include <vector>
 
 namespace vantrel {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-const QUrl rootFolder = QUrl(QStringLiteral("file:///"));
+using Output = Result<TextSlice, ProcessFailure>;
 
-Result<TextSlice, ProcessFailure> shell(const QString &script)
+Output succeeded(const QByteArray &output)
 {
-    return ProcessRunner().run(u"sh"_s, {u"-c"_s, script}, rootFolder);
+    return TextSlice::fromUtf8(output);
 }
 
-ProcessFailure exitFailure(std::int32_t status, const QString &message)
+Output exited(std::int32_t status, const QString &message)
 {
     ProcessRunnerError error;
     error.status = status;
     error.message = message;
-    return error;
+    return failure(ProcessFailure(error));
 }
 
-/// Changes a variable of this process for the length of a test.
-class EnvironmentChange
+Output refused(const QString &message)
 {
-public:
-    EnvironmentChange(const char *name, const QByteArray &value)
-        : m_name(name)
-        , m_former(qgetenv(name))
-    {
-        qputenv(name, value);
-    }
-    EnvironmentChange(const EnvironmentChange &) = delete;
-    EnvironmentChange &operator=(const EnvironmentChange &) = delete;
-    ~EnvironmentChange() { qputenv(m_name, m_former); }
+    return failure(ProcessFailure(PlatformError{message}));
+}
 
-private:
-    const char *m_name;
-    QByteArray m_former;
+/// How often lines of `text` begin with `start`.
+qsizetype linesThatBegin(const QString &start, const QString &text)
+{
+    const QStringList lines = text.split(u'\n');
+    return std::count_if(lines.cbegin(), lines.cend(),
+                         [&](const QString &line) { return line.startsWith(start); });
+}
+
+/// The pipes that a child of this process finds open, but for those that every child gets.
+qsizetype inheritedPipes()
+{
+    qsizetype count = 0;
+    for (const QFileInfo &entry : QDir(u"/proc/self/fd"_s).entryInfoList(QDir::System)) {
+        const int descriptor = entry.fileName().toInt();
+        const int flags = ::fcntl(descriptor, F_GETFD);
+        const bool isPipe = entry.symLinkTarget().contains(u"pipe:"_s);
+        const bool isInherited = flags >= 0 && (flags & FD_CLOEXEC) == 0;
+        const bool isReplaced = descriptor == STDOUT_FILENO || descriptor == STDERR_FILENO;
+        count += isPipe && isInherited && !isReplaced ? 1 : 0;
+    }
+    return count;
+}
+
+qsizetype openDescriptors()
+{
+    return QDir(u"/proc/self/fd"_s).entryList(QDir::AllEntries | QDir::System).size();
+}
+
+class ProcessRunnerTest : public testing::Test
+{
+protected:
+    [[nodiscard]] Output run(const QString &command, const QStringList &arguments = {}) const
+    {
+        return m_runner.run(command, arguments, QUrl::fromLocalFile(m_folder.path()));
+    }
+
+    /// What the shell makes of `script`, with `words` as its arguments.
+    [[nodiscard]] Output shell(const QString &script, const QStringList &words = {}) const
+    {
+        return run(u"sh"_s, QStringList{u"-c"_s, script, u"sh"_s} + words);
+    }
+
+    test::EnvironmentRestorer m_environment;
+    QTemporaryDir m_folder;
+    ProcessRunner m_runner;
 };
 
-TEST(ProcessRunner, GivesTheOutputUntrimmed)
+TEST_F(ProcessRunnerTest, ReturnsTheStandardOutputUntrimmed)
 {
-    EXPECT_EQ(shell(u"printf ' a\\n\\n'"_s).value(), TextSlice::fromUtf8(" a\n\n"));
+    EXPECT_EQ(shell(u"printf ' a\\n\\n'"_s), succeeded(" a\n\n"));
 }
 
-TEST(ProcessRunner, PassesArgumentsAsSeparateWords)
+TEST_F(ProcessRunnerTest, ReturnsAnEmptyOutput)
 {
-    const auto output = ProcessRunner().run(
-        u"printf"_s, {u"[%s]"_s, u"a b"_s, u"$HOME"_s, u"'q'\n"_s, u"é"_s, QString()}, rootFolder);
-
-    EXPECT_EQ(output.value(), TextSlice::fromString(u"[a b][$HOME]['q'\n][é][]"));
+    EXPECT_EQ(run(u"true"_s), succeeded({}));
 }
 
-TEST(ProcessRunner, RunsInTheGivenFolder)
+TEST_F(ProcessRunnerTest, HandsEachArgumentOverAsItIs)
 {
-    QTemporaryDir folder(QDir::tempPath() + u"/a b é-XXXXXX"_s);
+    const QStringList words{u"a b"_s,
+                            u"it's \"so\""_s,
+                            u"line\nfeed\t"_s,
+                            u""_s,
+                            u"$HOME *"_s,
+                            u"-x=y"_s,
+                            QStringLiteral("\u00e9\u6f22\U0001F600"),
+                            QStringLiteral("\uFEFFmark")};
 
-    const auto output =
-        ProcessRunner().run(u"pwd"_s, {u"-P"_s}, QUrl::fromLocalFile(folder.path()));
+    const Output output = shell(u"printf '%s|' \"$@\""_s, words);
 
-    EXPECT_EQ(output.value().toString().trimmed(), QDir(folder.path()).canonicalPath());
+    EXPECT_EQ(output, succeeded((words.join(u'|') + u'|').toUtf8()));
 }
 
-TEST(ProcessRunner, ReadsMegabytesOnBothPipesWithoutHanging)
+TEST_F(ProcessRunnerTest, FindsTheCommandOnTheSearchPathOfTheMoment)
 {
-    const auto output = shell(u"i=0; while [ $i -lt 60 ]; do head -c 65536 /dev/zero | tr '\\0' x; "
-                              "head -c 65536 /dev/zero | tr '\\0' y >&2; i=$((i+1)); done"_s);
+    QFile tool(m_folder.filePath(u"vantrel-tool"_s));
+    ASSERT_TRUE(tool.open(QFile::WriteOnly));
+    tool.write("#!/bin/sh\necho found\n");
+    tool.close();
+    ASSERT_TRUE(tool.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    qputenv("PATH", QFile::encodeName(m_folder.path()));
 
-    EXPECT_EQ(output.value().size(), 60 * 65536);
+    EXPECT_EQ(run(u"vantrel-tool"_s), succeeded("found\n"));
 }
 
-TEST(ProcessRunner, DiscardsTheErrorsOfASuccess)
+TEST_F(ProcessRunnerTest, InheritsTheEnvironmentOfTheMoment)
 {
-    EXPECT_EQ(shell(u"echo warning >&2; echo out"_s).value(), TextSlice::fromUtf8("out\n"));
+    qputenv("VANTREL_TEST_VALUE", "a value\n");
+
+    EXPECT_EQ(shell(u"printf %s \"$VANTREL_TEST_VALUE\""_s), succeeded("a value\n"));
 }
 
-TEST(ProcessRunner, FailsWithTheStatusAndTheErrorsUntrimmed)
+TEST_F(ProcessRunnerTest, RunsInTheDirectory)
 {
-    EXPECT_EQ(shell(u"echo out; echo ' bad ' >&2; exit 3"_s).error(), exitFailure(3, u" bad \n"_s));
+    const QString name = QStringLiteral("100%41 \u00e9#?\n");
+    ASSERT_TRUE(QDir(m_folder.path()).mkdir(name));
+
+    const Output output = m_runner.run(u"sh"_s, {u"-c"_s, u"printf %s \"${PWD##*/}\""_s},
+                                       QUrl::fromLocalFile(m_folder.filePath(name)));
+
+    EXPECT_EQ(output, succeeded(name.toUtf8()));
 }
 
-TEST(ProcessRunner, FailsWithAnEmptyMessageWhenNothingWasSaid)
+TEST_F(ProcessRunnerTest, TheChildSharesTheStandardInput)
 {
-    const auto failed = shell(u"exit 1"_s);
+    QTemporaryFile input;
+    ASSERT_TRUE(input.open());
+    input.write("typed\n");
+    input.seek(0);
+    const int before = ::dup(STDIN_FILENO);
+    ::dup2(input.handle(), STDIN_FILENO);
 
-    EXPECT_EQ(failed.error(), exitFailure(1, QString()));
-    EXPECT_EQ(failed.error().description(), u"Command exited with status 1: "_s);
+    const Output output = run(u"cat"_s);
+
+    ::dup2(before, STDIN_FILENO);
+    ::close(before);
+    EXPECT_EQ(output, succeeded("typed\n"));
 }
 
-TEST(ProcessRunner, SaysUnknownErrorWhenTheErrorsAreNotUtf8)
+TEST_F(ProcessRunnerTest, LeavesNothingElseOpenToTheChild)
 {
-    EXPECT_EQ(shell(u"printf 'a\\377' >&2; exit 2"_s).error(), exitFailure(2, u"Unknown error"_s));
+    const qsizetype before = inheritedPipes();
+
+    const Output output = shell(u"for d in /proc/$$/fd/*; do readlink $d || true; done"_s);
+
+    ASSERT_TRUE(output);
+    EXPECT_EQ(linesThatBegin(u"pipe:"_s, output->toString()), before + 2);
 }
 
-TEST(ProcessRunner, GivesNoTextWhenTheOutputIsNotUtf8)
+TEST_F(ProcessRunnerTest, KeepsNoDescriptorItself)
 {
-    EXPECT_EQ(shell(u"printf 'a\\303'"_s).value(), TextSlice());
+    EXPECT_EQ(run(u"true"_s), succeeded({}));
+    const qsizetype before = openDescriptors();
+
+    EXPECT_EQ(run(u"true"_s), succeeded({}));
+    EXPECT_EQ(run(u"false"_s), exited(1, {}));
+    EXPECT_EQ(m_runner.run(u"true"_s, {}, QUrl::fromLocalFile(m_folder.filePath(u"none"_s))),
+              refused(u"No such file or directory"_s));
+
+    EXPECT_EQ(openDescriptors(), before);
 }
 
-TEST(ProcessRunner, GivesTheNumberOfTheSignalThatEndedTheChild)
+TEST_F(ProcessRunnerTest, ReadsSeveralMegabytesFromBothPipes)
 {
-    EXPECT_EQ(shell(u"kill -9 $$"_s).error(), exitFailure(9, QString()));
+    const Output output = shell(u"head -c 5000000 /dev/zero | tr '\\0' e >&2; "
+                                "head -c 5000000 /dev/zero | tr '\\0' o"_s);
+
+    EXPECT_EQ(output, succeeded(QByteArray(5'000'000, 'o')));
 }
 
-TEST(ProcessRunner, FailsWithTheMessageOfEnvWhenTheToolIsMissing)
+TEST_F(ProcessRunnerTest, KeepsSeveralMegabytesOfStandardError)
 {
-    const auto failed = ProcessRunner().run(u"no-such-tool-anywhere"_s, {}, rootFolder);
+    const Output output = shell(u"head -c 5000000 /dev/zero | tr '\\0' o; "
+                                "head -c 5000000 /dev/zero | tr '\\0' e >&2; exit 3"_s);
 
-    const ProcessRunnerError *const error = failed.error().serviceError();
-    ASSERT_NE(error, nullptr);
-    EXPECT_EQ(error->status, 127);
-    EXPECT_TRUE(error->message.contains(u"no-such-tool-anywhere"_s));
+    EXPECT_EQ(output, exited(3, QString(5'000'000, u'e')));
 }
 
-TEST(ProcessRunner, LooksTheToolUpOnTheSearchPathOfTheMoment)
+TEST_F(ProcessRunnerTest, DiscardsTheStandardErrorOfAChildThatSucceeds)
 {
-    const EnvironmentChange change("PATH", "/nowhere");
-
-    const auto failed = ProcessRunner().run(u"git"_s, {u"--version"_s}, rootFolder);
-
-    ASSERT_FALSE(failed.has_value());
-    EXPECT_EQ(failed.error().serviceError()->status, 127);
+    EXPECT_EQ(shell(u"echo warning >&2; echo out"_s), succeeded("out\n"));
 }
 
-TEST(ProcessRunner, FailsWithThePlatformsSentenceWhenTheFolderIsMissing)
+TEST_F(ProcessRunnerTest, AFailedChildGivesItsStatusAndItsUntrimmedStandardError)
 {
-    const auto failed = ProcessRunner().run(u"true"_s, {}, QUrl(u"file:///no/such/folder"_s));
-
-    EXPECT_EQ(failed.error(), ProcessFailure(PlatformError{u"No such file or directory"_s}));
+    EXPECT_EQ(shell(u"echo out; printf ' wrong\\n' >&2; exit 42"_s), exited(42, u" wrong\n"_s));
 }
 
-TEST(ProcessRunner, WaitsForAGrandchildThatHoldsThePipe)
+TEST_F(ProcessRunnerTest, AFailedChildThatSaysNothingGivesAnEmptyMessage)
 {
-    // The child ends at once; its own child writes when the first one has become a zombie.
-    const auto output =
-        shell(u"(until grep -q '^State:.Z' /proc/$$/status; do :; done; echo late) & exit 0"_s);
+    const Output output = run(u"false"_s);
 
-    EXPECT_EQ(output.value(), TextSlice::fromUtf8("late\n"));
+    EXPECT_EQ(output, exited(1, {}));
+    EXPECT_EQ(output.error().description(), u"Command exited with status 1: "_s);
 }
 
-TEST(ProcessRunner, HandsTheChildNoOtherDescriptorsOfItsOwn)
+TEST_F(ProcessRunnerTest, TheHighestStatusStaysPositive)
 {
-    const auto output = shell(u"ls /proc/self/fd | wc -l"_s);
-    const auto again = shell(u"ls /proc/self/fd | wc -l"_s);
-
-    EXPECT_EQ(output.value(), again.value());
+    EXPECT_EQ(shell(u"exit 255"_s), exited(255, {}));
 }
 
-TEST(ProcessRunner, LeavesNoDescriptorOpen)
+TEST_F(ProcessRunnerTest, AStandardErrorThatIsNotUtf8IsAnUnknownError)
 {
-    const auto count = [] { return QDir(u"/proc/self/fd"_s).entryList().size(); };
-    const auto before = count();
+    EXPECT_EQ(shell(u"printf 'caf\\351' >&2; exit 1"_s), exited(1, u"Unknown error"_s));
+}
 
-    for (int i = 0; i < 20; ++i) {
-        (void)shell(u"echo x; exit $((RANDOM % 2))"_s);
-        (void)ProcessRunner().run(u"true"_s, {}, QUrl(u"file:///no/such/folder"_s));
+TEST_F(ProcessRunnerTest, AStandardErrorThatEndsInTheMiddleOfALetterIsAnUnknownError)
+{
+    EXPECT_EQ(shell(u"printf 'caf\\303' >&2; exit 1"_s), exited(1, u"Unknown error"_s));
+}
+
+TEST_F(ProcessRunnerTest, AStandardErrorKeepsItsByteOrderMark)
+{
+    EXPECT_EQ(shell(u"printf '\\357\\273\\277e' >&2; exit 1"_s),
+              exited(1, QStringLiteral("\uFEFFe")));
+}
+
+TEST_F(ProcessRunnerTest, AnOutputThatIsNotUtf8IsEmpty)
+{
+    EXPECT_EQ(shell(u"printf 'caf\\351'"_s), succeeded({}));
+}
+
+TEST_F(ProcessRunnerTest, AnOutputThatEndsInTheMiddleOfALetterIsEmpty)
+{
+    EXPECT_EQ(shell(u"printf 'caf\\303'"_s), succeeded({}));
+}
+
+TEST_F(ProcessRunnerTest, AnOutputKeepsNulCharactersAndItsByteOrderMark)
+{
+    EXPECT_EQ(shell(u"printf '\\357\\273\\277a\\0b'"_s), succeeded(QByteArray("\xef\xbb\xbf"
+                                                                              "a\0b",
+                                                                              6)));
+}
+
+TEST_F(ProcessRunnerTest, AnUnknownToolFailsWithTheWordsOfEnv)
+{
+    qputenv("LC_ALL", "C");
+
+    EXPECT_EQ(run(u"vantrel-none"_s),
+              exited(127, u"/usr/bin/env: 'vantrel-none': No such file or directory\n"_s));
+}
+
+TEST_F(ProcessRunnerTest, AMissingDirectoryIsALaunchThatFails)
+{
+    EXPECT_EQ(m_runner.run(u"true"_s, {}, QUrl::fromLocalFile(m_folder.filePath(u"none"_s))),
+              refused(u"No such file or directory"_s));
+}
+
+TEST_F(ProcessRunnerTest, ADirectoryThatIsAFileIsALaunchThatFails)
+{
+    EXPECT_EQ(m_runner.run(u"true"_s, {}, QUrl::fromLocalFile(u"/dev/null"_s)),
+              refused(u"Not a directory"_s));
+}
+
+TEST_F(ProcessRunnerTest, DeathByASignalGivesItsNumber)
+{
+    EXPECT_EQ(shell(u"echo dying >&2; kill -KILL $$"_s), exited(SIGKILL, u"dying\n"_s));
+}
+
+TEST_F(ProcessRunnerTest, TheChildDiesOfASignalThatThisProcessIgnores)
+{
+    const auto before = std::signal(SIGPIPE, SIG_IGN);
+
+    const Output output = shell(u"kill -PIPE $$; echo survived"_s);
+
+    std::signal(SIGPIPE, before);
+    EXPECT_EQ(output, exited(SIGPIPE, {}));
+}
+
+TEST_F(ProcessRunnerTest, TheChildDiesOfASignalThatThisThreadBlocks)
+{
+    sigset_t blocked;
+    sigset_t before;
+    ::sigemptyset(&blocked);
+    ::sigaddset(&blocked, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &blocked, &before);
+
+    const Output output = shell(u"kill -TERM $$; echo survived"_s);
+
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    EXPECT_EQ(output, exited(SIGTERM, {}));
+}
+
+TEST_F(ProcessRunnerTest, WhereTheSystemKeepsNoStatusNothingPassesForASuccess)
+{
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+
+    const Output output = run(u"false"_s);
+
+    std::signal(SIGCHLD, before);
+    EXPECT_EQ(output, refused(u"No child processes"_s));
+}
+
+// The gate opens when the child, which holds its other end, has exited.
+TEST_F(ProcessRunnerTest, WaitsForAGrandchildThatHoldsThePipes)
+{
+    const Output output = shell(u"mkfifo gate; { cat gate; echo late; echo late >&2; } & "
+                                "exec 3>gate; echo early"_s);
+
+    EXPECT_EQ(output, succeeded("early\nlate\n"));
+}
+
+TEST_F(ProcessRunnerTest, RunsOnSeveralThreadsAtOnce)
+{
+    constexpr std::size_t threadCount = 4;
+    std::vector<Output> outputs(threadCount, succeeded({}));
+    std::vector<std::thread> threads;
+    threads.reserve(threadCount);
+
+    for (std::size_t i = 0; i < threadCount; ++i) {
+        threads.emplace_back([this, i, &outputs] {
+            outputs[i] =
+                shell(u"head -c 300000 /dev/zero | tr '\\0' \"$1\""_s, {QString::number(i)});
+        });
+    }
+    for (std::thread &thread : threads) {
+        thread.join();
     }
 
-    EXPECT_EQ(count(), before);
-}
-
-TEST(ProcessRunner, InheritsTheEnvironment)
-{
-    const EnvironmentChange change("VANTREL_TEST_VALUE", "seen");
-
-    EXPECT_EQ(shell(u"printf %s \"$VANTREL_TEST_VALUE\""_s).value(), TextSlice::fromUtf8("seen"));
+    EXPECT_EQ(outputs, (std::vector<Output>{succeeded(QByteArray(300'000, '0')),
+                                            succeeded(QByteArray(300'000, '1')),
+                                            succeeded(QByteArray(300'000, '2')),
+                                            succeeded(QByteArray(300'000, '3'))}));
 }
 
 } // namespace
