@@ -24,18 +24,24 @@ namespace {
 /// What a slow reader of a fast body keeps in memory at most; beyond it the server has to wait.
 constexpr qint64 readBufferBytes = 1 << 20;
 
-class ProxyFactory final : public QNetworkProxyFactory
+/// Hands out proxies that are known already.
+class KnownProxies final : public QNetworkProxyFactory
 {
 public:
-    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
-    {
-        const QString host = query.peerHostName();
-        if (host == "localhost"_L1 || QHostAddress(host).isLoopback()) {
-            return {QNetworkProxy(QNetworkProxy::NoProxy)};
-        }
-        return systemProxyForQuery(query);
-    }
+    explicit KnownProxies(QList<QNetworkProxy> proxies)
+        : m_proxies(std::move(proxies))
+    {}
+
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &) override { return m_proxies; }
+
+private:
+    QList<QNetworkProxy> m_proxies{};
 };
+
+bool isThisMachine(const QUrl &url)
+{
+    return url.host() == "localhost"_L1 || QHostAddress(url.host()).isLoopback();
+}
 
 /// The body of a request, which can be read but once, so that the request can be sent but once. Qt
 /// by itself sends it again, up to three times, when its connection closes before the answer, and
@@ -94,9 +100,9 @@ QNetworkReply *send(QNetworkAccessManager &network, const QNetworkRequest &head,
 class Reply
 {
 public:
-    Reply(const QNetworkRequest &head, const HttpRequest &request)
+    Reply(const QNetworkRequest &head, const HttpRequest &request, QList<QNetworkProxy> proxies)
     {
-        m_network.setProxyFactory(new ProxyFactory); // The manager owns it.
+        m_network.setProxyFactory(new KnownProxies(std::move(proxies))); // The manager owns it.
         m_reply = send(m_network, head, request);
         // Qt forgets a limit that is set before it has begun to send, which it does in its own
         // time.
@@ -212,6 +218,7 @@ bool hasControlCharacter(const QByteArray &text)
 
 NetworkHttpLoader::NetworkHttpLoader(Clock &clock)
     : m_clock(clock)
+    , m_proxyWorker(SerialWorker::AtEnd::leave)
 {}
 
 Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest request)
@@ -238,7 +245,23 @@ Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest re
         networkRequest.setRawHeader(name, value);
     }
 
-    const auto reply = std::make_shared<Reply>(networkRequest, request);
+    QList<QNetworkProxy> proxies{QNetworkProxy(QNetworkProxy::NoProxy)};
+    if (!isThisMachine(request.url)) {
+        // The system may have to read its settings or even load a script to tell the proxy.
+        auto lookUp = [url = request.url](const WorkControl &) {
+            return QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
+        };
+        auto answer = m_proxyWorker.run(std::move(lookUp));
+        auto race = firstOf(std::move(answer), silence(&m_clock, request.timeout));
+        auto first = co_await race;
+        auto *const found = std::get_if<0>(&first);
+        if (found == nullptr) {
+            co_return failure(timedOut());
+        }
+        proxies = std::move(*found);
+    }
+
+    const auto reply = std::make_shared<Reply>(networkRequest, request, proxies);
     while (!reply->status() && !reply->isFinished()) {
         const bool isAlive = co_await hasNews(reply, &m_clock, request.timeout);
         if (!isAlive) {

@@ -2,6 +2,7 @@
 
 #include "platform/http/HttpLoading.h"
 #include "platform/jobs/Clock.h"
+#include "platform/jobs/SerialWorker.h"
 
 namespace vantrel {
 
@@ -19,6 +20,7 @@ public:
 
 private:
     Clock &m_clock;
+    SerialWorker m_proxyWorker; ///< Asks the system for proxies.
 };
 
 } // namespace vantrel
