@@ -97,7 +97,7 @@ QString fullPictureMessage(const QList<ChangesetEntry> &entries)
 QString hunkExplanationMessage(const QString &path, const QString &hunkText,
                                const QString &fullPicture)
 {
-    const QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s + hunkText;
+    QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s + hunkText;
     if (fullPicture.isEmpty()) {
         return hunk;
     }
@@ -107,7 +107,7 @@ QString hunkExplanationMessage(const QString &path, const QString &hunkText,
 QString suggestionsMessage(const QString &path, const QString &hunkText,
                            const QList<ChatMessage> &conversation)
 {
-    const QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s + hunkText;
+    QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s + hunkText;
     if (conversation.isEmpty()) {
         return hunk;
     }

@@ -32,7 +32,7 @@ QStringList stringList(const QJsonValue &value)
 {
     QStringList list;
     const QJsonArray array = value.toArray();
-    for (const QJsonValue &item : array) {
+    for (const auto &item : array) {
         list.append(item.toString());
     }
     return list;

@@ -206,8 +206,8 @@ OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
     request.url = config->url;
     request.method = "POST";
     request.headers.emplaceBack("Content-Type", "application/json");
-    if (config->apiKey) {
-        request.headers.emplaceBack("Authorization", "Bearer " + config->apiKey->toUtf8());
+    if (const std::optional<QString> &key = config->apiKey) {
+        request.headers.emplaceBack("Authorization", "Bearer " + key->toUtf8());
     }
     request.body = encodeRequest(body);
     request.timeout = requestTimeout;

@@ -14,7 +14,7 @@ QStringList parseSuggestedQuestions(const QString &reply)
     const QJsonArray array = QJsonDocument::fromJson(json.toUtf8()).array();
     QStringList questions;
     QSet<QString> seen;
-    for (const QJsonValue &item : array) {
+    for (const auto &item : array) {
         if (!item.isString()) {
             return {};
         }

@@ -155,7 +155,8 @@ private:
         constexpr int firstRedirect = 300;
         const bool endsWithConnection =
             !m_reply->hasRawHeader("Content-Length") && !m_reply->hasRawHeader("Transfer-Encoding");
-        return status() && (endsWithConnection || *status() >= firstRedirect);
+        const int answered = status().value_or(-1);
+        return answered >= firstRedirect || (answered >= 0 && endsWithConnection);
     }
 
     WaiterList m_changed;
