@@ -27,8 +27,8 @@ namespace {
 
 constexpr int usageError = 2;
 
-/// Whether OpenGL is there and drawn by a GPU. Without a context Qt would abort, and a processor that
-/// imitates a GPU is far slower than Qt's own software renderer.
+/// Whether OpenGL is there and drawn by a GPU. Without a context Qt would abort, and a processor
+/// that imitates a GPU is far slower than Qt's own software renderer.
 bool hasHardwareOpenGl()
 {
     QOpenGLContext context;
@@ -44,8 +44,8 @@ bool hasHardwareOpenGl()
     const QByteArray renderer(
         reinterpret_cast<const char *>(context.functions()->glGetString(GL_RENDERER)));
     context.doneCurrent();
-    return !renderer.contains("llvmpipe") && !renderer.contains("softpipe")
-        && !renderer.contains("swrast");
+    return !renderer.contains("llvmpipe") && !renderer.contains("softpipe") &&
+           !renderer.contains("swrast");
 }
 
 /// What the command line asks for: a folder to open, or an exit status to end with at once.
@@ -84,8 +84,8 @@ Request readArguments(const QStringList &arguments)
     return {folders.value(0), std::nullopt};
 }
 
-/// The person's own places, but for a keychain service that a trial run names, so that it cannot touch
-/// the person's keys.
+/// The person's own places, but for a keychain service that a trial run names, so that it cannot
+/// touch the person's keys.
 vantrel::OrbiskApp::Places places()
 {
     vantrel::OrbiskApp::Places places = vantrel::OrbiskApp::standardPlaces();
@@ -126,6 +126,7 @@ int runApplication(int argc, char **argv, const QString &folder)
     engine.setInitialProperties({
         {u"viewModel"_s, QVariant::fromValue(&app.rootViewModel())},
         {u"appearance"_s, QVariant::fromValue(&appearance)},
+        {u"uiFamily"_s, QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()},
         {u"codeFamily"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family()},
     });
     engine.load(QUrl(u"qrc:/qt/qml/Vantrel/Main.qml"_s));

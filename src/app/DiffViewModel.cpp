@@ -192,7 +192,9 @@ Task<> DiffViewModel::runLoad()
         rawHunks = *read;
     }
 
-    auto layOut = [rawHunks](const WorkControl &) { return displayedHunks(rawHunks); };
+    auto layOut = [rawHunks = std::move(rawHunks)](const WorkControl &) {
+        return displayedHunks(rawHunks);
+    };
     auto layingOut = m_layoutWorker.run(std::move(layOut));
     const QList<Hunk> hunks = co_await std::move(layingOut);
     showHunks(hunks);
@@ -249,8 +251,9 @@ bool DiffViewModel::startExplanation(int hunkIndex)
 
 Task<> DiffViewModel::runExplanation(int hunkIndex)
 {
-    const Hunk hunk = m_hunks.at(hunkIndex);
-    auto writeText = [hunk](const WorkControl &) { return hunkDiffText(hunk); };
+    auto writeText = [hunk = m_hunks.at(hunkIndex)](const WorkControl &) {
+        return hunkDiffText(hunk);
+    };
     auto writing = m_layoutWorker.run(std::move(writeText));
     const QString hunkText = co_await std::move(writing);
 

@@ -97,7 +97,8 @@ Task<> RootViewModel::runOpenFolder(QUrl folder)
     // A thread for this one question: a disk that never answers holds up neither a later question
     // nor the end of the application.
     SerialWorker disk(SerialWorker::AtEnd::leave);
-    auto ask = [path](const WorkControl &) {
+    // Captured anew: a constant cannot be moved, and would outlive the call on its thread.
+    auto ask = [path = path](const WorkControl &) {
         return !path.isEmpty() && QFileInfo::exists(path + u"/.git"_s);
     };
     auto asking = disk.run(std::move(ask));

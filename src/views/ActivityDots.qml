@@ -18,25 +18,32 @@ Row {
 
             required property int index
 
+            property real strength: 0.25
+
             width: 5
             height: 5
             radius: 2.5
             color: Theme.accent
-            opacity: 0.25
+            opacity: Theme.reducesMotion ? Theme.stillOpacity : dot.strength
 
-            SequentialAnimation on opacity {
-                running: root.visible
+            SequentialAnimation {
+                running: root.visible && !Theme.reducesMotion
                 loops: Animation.Infinite
 
                 PauseAnimation {
                     duration: dot.index * Theme.standardDuration
                 }
                 NumberAnimation {
+                    target: dot
+                    property: "strength"
+                    from: 0.25
                     to: 1
                     duration: Theme.dotsDuration / 2
                     easing.type: Easing.InOutSine
                 }
                 NumberAnimation {
+                    target: dot
+                    property: "strength"
                     to: 0.25
                     duration: Theme.dotsDuration / 2
                     easing.type: Easing.InOutSine

@@ -29,33 +29,17 @@ T.AbstractButton {
     Accessible.description: root.enabled ? "" : qsTr("unavailable")
     Accessible.onPressAction: root.clicked()
 
-    contentItem: Item {
-        implicitWidth: row.implicitWidth
-        implicitHeight: row.implicitHeight
+    contentItem: ButtonLabel {
+        text: root.display === T.AbstractButton.IconOnly ? "" : root.text
+        iconName: root.iconName
+        font: root.labelFont
+        ink: root.enabled ? root.labelColor : Theme.inkDisabled
+    }
 
-        Row {
-            id: row
-
-            anchors.centerIn: parent
-            spacing: Theme.spaceXs
-
-            Icon {
-                anchors.verticalCenter: parent.verticalCenter
-                visible: root.iconName !== ""
-                name: root.iconName
-                tint: label.color
-            }
-
-            PlainLabel {
-                id: label
-
-                visible: text !== ""
-                text: root.display === T.AbstractButton.IconOnly ? "" : root.text
-                font: root.labelFont
-                color: root.enabled ? root.labelColor : Theme.inkDisabled
-                Accessible.ignored: true
-            }
-        }
+    ToolTipLabel {
+        objectName: "toolTip"
+        visible: root.hovered && root.display === T.AbstractButton.IconOnly
+        text: root.text
     }
 
     background: Rectangle {

@@ -17,11 +17,13 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr qreal sideMargin = 12;
-constexpr qreal borderWidth = 1;
+constexpr qreal borderWidth = PanesLayout::border;
 constexpr qreal cornerRadius = 8;
 constexpr qreal signWidth = 18;
 constexpr qreal textIndent = 3;
-constexpr qreal cutMarkWidth = 10;
+constexpr qreal cutMarkRoom = 14;
+constexpr QPointF cutMarkArm(2.5, 2.75);
+constexpr qreal cutMarkMargin = 7.5;
 constexpr qreal gutterMinimum = 44;
 constexpr int gutterMinimumDigits = 5;
 constexpr qreal gutterDigitWidth = 7;
@@ -42,7 +44,7 @@ std::int64_t largestNumber(const QList<Hunk> &hunks)
     return largest;
 }
 
-qsizetype longestLine(const QList<Hunk> &hunks, const WorkControl &control)
+qsizetype longestOf(const QList<Hunk> &hunks, const WorkControl &control)
 {
     qsizetype longest = 0;
     for (const Hunk &hunk : hunks) {
@@ -134,7 +136,7 @@ void CodePanesItem::setContentY(qreal y)
 qreal CodePanesItem::maximumContentX() const
 {
     const qreal longest = std::ceil(qreal(m_longestLine) * m_columnWidth);
-    const qreal room = paneTextWidth() - cutMarkWidth;
+    const qreal room = paneTextWidth() - cutMarkRoom;
     return longest <= room ? 0 : longest - room;
 }
 
@@ -176,7 +178,9 @@ void CodePanesItem::geometryChange(const QRectF &newGeometry, const QRectF &oldG
     QQuickPaintedItem::geometryChange(newGeometry, oldGeometry);
     updateVisibleCards();
     update();
-    Q_EMIT rangeChanged();
+    if (newGeometry.width() != oldGeometry.width()) {
+        Q_EMIT rangeChanged();
+    }
 }
 
 void CodePanesItem::readTheme()
@@ -217,8 +221,7 @@ void CodePanesItem::takeHunks()
     const QList<Hunk> &hunks = m_diff ? m_diff->hunks() : none;
     m_layout = PanesLayout(hunks);
     const int digits = int(QString::number(largestNumber(hunks)).size());
-    m_gutterWidth
-        = gutterMinimum + gutterDigitWidth * std::max(0, digits - gutterMinimumDigits);
+    m_gutterWidth = gutterMinimum + gutterDigitWidth * std::max(0, digits - gutterMinimumDigits);
     m_longestLine = 0;
     m_measureTask = Job(measureLines(hunks));
     updateVisibleCards();
@@ -239,7 +242,7 @@ void CodePanesItem::updateVisibleCards()
 
 Task<> CodePanesItem::measureLines(QList<Hunk> hunks)
 {
-    auto measure = [hunks](const WorkControl &control) { return longestLine(hunks, control); };
+    auto measure = [hunks](const WorkControl &control) { return longestOf(hunks, control); };
     auto measured = m_measureWorker.run(std::move(measure));
     m_longestLine = co_await std::move(measured);
     Q_EMIT rangeChanged();
@@ -259,6 +262,8 @@ void CodePanesItem::paintCard(QPainter &painter, int card) const
     const QRectF frame(sideMargin, top, width() - 2 * sideMargin,
                        m_layout.cardBottom(card) - m_layout.cardTop(card));
 
+    const qreal rowsTop = m_layout.rowsTop(card) - m_contentY;
+
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_colors.card);
     painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
@@ -267,15 +272,12 @@ void CodePanesItem::paintCard(QPainter &painter, int card) const
     QPainterPath headCorners;
     headCorners.addRoundedRect(frame, cornerRadius, cornerRadius);
     painter.save();
-    painter.setClipRect(QRectF(frame.left(), top, frame.width(), PanesLayout::headHeight),
-                        Qt::IntersectClip);
+    painter.setClipRect(QRectF(frame.left(), top, frame.width(), rowsTop - top), Qt::IntersectClip);
     painter.drawPath(headCorners);
     painter.restore();
-    painter.fillRect(QRectF(frame.left(), top + PanesLayout::headHeight - borderWidth,
-                            frame.width(), borderWidth),
+    painter.fillRect(QRectF(frame.left(), rowsTop - borderWidth, frame.width(), borderWidth),
                      m_colors.line);
 
-    const qreal rowsTop = top + PanesLayout::headHeight;
     const auto rows = hunk.rows.size();
     const auto first = std::max<qsizetype>(0, qsizetype(-rowsTop / PanesLayout::rowHeight));
     for (qsizetype i = first; i < rows; ++i) {
@@ -323,9 +325,9 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
     painter.setPen(m_colors.number.at(kind));
     if (line.number) {
         painter.setFont(m_numberFont);
-        painter.drawText(QRectF(area.left(), area.top(), m_gutterWidth - numberMargin,
-                                area.height()),
-                         Qt::AlignRight | Qt::AlignVCenter, QString::number(*line.number));
+        painter.drawText(
+            QRectF(area.left(), area.top(), m_gutterWidth - numberMargin, area.height()),
+            Qt::AlignRight | Qt::AlignVCenter, QString::number(*line.number));
     }
     painter.setFont(m_codeFont);
     const qreal signLeft = area.left() + m_gutterWidth;
@@ -339,7 +341,7 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
 
     // Only the columns in view are turned into text and laid out.
     const qreal textLeft = signLeft + signWidth + textIndent;
-    const qreal room = area.right() - textLeft - cutMarkWidth;
+    const qreal room = area.right() - textLeft - cutMarkRoom;
     const auto firstColumn = qsizetype(m_contentX / m_columnWidth);
     const auto columns = qsizetype(std::max<qreal>(0, room) / m_columnWidth) + 2;
     const QString text = visibleCode(line.text, firstColumn, columns + 1);
@@ -351,9 +353,10 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
     painter.restore();
 
     if (textX + qreal(text.size()) * m_columnWidth > textLeft + room + 1) {
-        painter.setPen(QPen(m_colors.mark, 1.2));
-        const QPointF tip(area.right() - 3, area.center().y());
-        painter.drawPolyline(QPolygonF{tip + QPointF(-3, -3.5), tip, tip + QPointF(-3, 3.5)});
+        painter.setPen(QPen(m_colors.mark, borderWidth));
+        const QPointF tip(area.right() - cutMarkMargin, area.center().y());
+        painter.drawPolyline(
+            QPolygonF{tip - cutMarkArm, tip, tip + QPointF(-cutMarkArm.x(), cutMarkArm.y())});
     }
 }
 

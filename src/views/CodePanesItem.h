@@ -15,9 +15,9 @@ namespace vantrel {
 
 /// Draws the part of a file's hunk cards that is in view: both panes, one card per hunk.
 ///
-/// The item is as large as the viewport and draws only the rows and columns that it shows, so a file
-/// of any length costs the same. What must be met by pointers and screen readers (card heads, tags)
-/// lies over it as items made from `visibleCards`. Thread: interface.
+/// The item is as large as the viewport and draws only the rows and columns that it shows, so a
+/// file of any length costs the same. What must be met by pointers and screen readers (card heads,
+/// tags) lies over it as items made from `visibleCards`. Thread: interface.
 class CodePanesItem : public QQuickPaintedItem
 {
     Q_OBJECT
@@ -29,6 +29,7 @@ class CodePanesItem : public QQuickPaintedItem
     Q_PROPERTY(qreal contentY READ contentY WRITE setContentY NOTIFY contentYChanged)
     Q_PROPERTY(qreal contentHeight READ contentHeight NOTIFY layoutChanged)
     Q_PROPERTY(qreal maximumContentX READ maximumContentX NOTIFY rangeChanged)
+    Q_PROPERTY(int longestLine READ longestLine NOTIFY rangeChanged)
     Q_PROPERTY(qreal columnWidth READ columnWidth NOTIFY themeChanged)
     Q_PROPERTY(QAbstractListModel *visibleCards READ visibleCards CONSTANT)
 
@@ -47,11 +48,13 @@ public:
     void setContentY(qreal y);
     [[nodiscard]] qreal contentHeight() const { return m_layout.contentHeight(); }
     [[nodiscard]] qreal maximumContentX() const;
+    /// In columns; 0 until all lines are measured, which for large files takes a while.
+    [[nodiscard]] int longestLine() const { return int(m_longestLine); }
     [[nodiscard]] qreal columnWidth() const { return m_columnWidth; }
     [[nodiscard]] QAbstractListModel *visibleCards() { return &m_visibleCards; }
 
-    /// Where to scroll so that the card of this hunk is in view, from `contentY`: by the least amount,
-    /// or to its head when the card is higher than the viewport.
+    /// Where to scroll so that the card of this hunk is in view, from `contentY`: by the least
+    /// amount, or to its head when the card is higher than the viewport.
     Q_INVOKABLE [[nodiscard]] qreal contentYShowing(int hunkIndex) const;
 
     void paint(QPainter *painter) override;
@@ -109,7 +112,7 @@ private:
     qreal m_contentY = 0;
     PanesLayout m_layout{};
     qreal m_gutterWidth = 44;
-    qsizetype m_longestLine = 0; ///< In columns; 0 until it is measured.
+    qsizetype m_longestLine = 0;
     VisibleCardModel m_visibleCards{};
     SerialWorker m_measureWorker{};
     Job m_measureTask{};

@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Vantrel
 
 /// Both sides of a file, one card for each hunk.
@@ -11,10 +12,20 @@ FocusScope {
 
     readonly property int scrollColumns: 8
 
+    /// A held key scrolls at once: an animation would never catch up.
+    property bool isKeyHeld: false
+
+    /// Where an animated scroll has come to. The content itself stands on whole pixels, or else the
+    /// rows' edges would blur.
+    property real movingY: 0
+
+    onMovingYChanged: flick.contentY = Math.round(root.movingY)
+
     function scrollTo(y: real, isAnimated: bool): void {
-        const target = Math.max(0, Math.min(y, flick.contentHeight - flick.height));
+        const target = Math.round(Math.max(0, Math.min(y, flick.contentHeight - flick.height)));
         scrolling.stop();
-        if (isAnimated) {
+        if (isAnimated && !root.isKeyHeld && Theme.scrollDuration > 0) {
+            scrolling.from = flick.contentY;
             scrolling.to = target;
             scrolling.start();
         } else {
@@ -23,7 +34,7 @@ FocusScope {
     }
 
     function scrollSideways(x: real): void {
-        panes.contentX = Math.max(0, Math.min(x, panes.maximumContentX));
+        panes.contentX = Math.round(Math.max(0, Math.min(x, panes.maximumContentX)));
     }
 
     Rectangle {
@@ -44,15 +55,15 @@ FocusScope {
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Before")
             font: Theme.captionFont
-            lineHeight: Theme.captionLine
+            line: Theme.captionLine
             color: Theme.inkSecondary
         }
         PlainLabel {
-            x: root.width / 2 + Theme.spaceM
+            x: Math.floor(root.width / 2) + 13
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("After")
             font: Theme.captionFont
-            lineHeight: Theme.captionLine
+            line: Theme.captionLine
             color: Theme.inkSecondary
         }
         Rectangle {
@@ -70,18 +81,17 @@ FocusScope {
         anchors.bottom: sideways.visible ? sideways.top : parent.bottom
         width: root.width
         clip: true
-        focus: true
-        activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         contentWidth: width
         contentHeight: panes.contentHeight
         interactive: false
         Accessible.role: Accessible.List
-        Accessible.name: qsTr("Changes")
+        Accessible.name: qsTr("Changes in %1").arg(words.name)
 
         CodePanesItem {
             id: panes
 
+            objectName: "panes"
             y: flick.contentY
             width: flick.width
             height: flick.height
@@ -100,7 +110,7 @@ FocusScope {
                 y: cardTop
                 width: flick.width - 2 * Theme.spaceM
                 onSelected: {
-                    flick.forceActiveFocus();
+                    keyboard.forceActiveFocus(Qt.MouseFocusReason);
                     root.viewModel.select(hunkIndex);
                 }
             }
@@ -120,10 +130,21 @@ FocusScope {
                 }
             }
         }
+    }
+
+    // The one tab stop of the panes.
+    T.Control {
+        id: keyboard
+
+        anchors.fill: flick
+        focus: true
+        focusPolicy: Qt.TabFocus
+        Accessible.ignored: true
 
         Keys.onPressed: event => {
             const page = flick.height - 2 * Theme.codeRowSize;
             event.accepted = true;
+            root.isKeyHeld = event.isAutoRepeat;
             switch (event.key) {
             case Qt.Key_Down:
             case Qt.Key_J:
@@ -159,13 +180,19 @@ FocusScope {
                 event.accepted = false;
             }
         }
+
+        FocusRing {
+            anchors.margins: 0
+            z: 1
+            visible: keyboard.visualFocus
+        }
     }
 
     NumberAnimation {
         id: scrolling
 
-        target: flick
-        property: "contentY"
+        target: root
+        property: "movingY"
         duration: Theme.scrollDuration
         easing.type: Easing.InOutQuad
     }
@@ -184,21 +211,30 @@ FocusScope {
     Rectangle {
         id: sideways
 
+        readonly property real span: root.width / 2
+        readonly property real range: sideways.span + panes.maximumContentX
+
         anchors.bottom: parent.bottom
         width: root.width
         height: 10
         visible: panes.maximumContentX > 0
         color: Theme.surface
 
+        Rectangle {
+            width: parent.width
+            height: Theme.hairlineWidth
+            color: Theme.line
+        }
+
         ThinScrollBar {
             x: Theme.spaceM
             width: parent.width - 2 * Theme.spaceM
             height: parent.height
             orientation: Qt.Horizontal
-            size: root.width / (root.width + panes.maximumContentX)
-            position: panes.contentX / (root.width + panes.maximumContentX)
+            size: sideways.span / sideways.range
+            position: panes.contentX / sideways.range
             onPositionChanged: if (pressed) {
-                root.scrollSideways(position * (root.width + panes.maximumContentX));
+                root.scrollSideways(position * sideways.range);
             }
         }
     }
@@ -230,6 +266,7 @@ FocusScope {
     Connections {
         function onSelectedHunkIndexChanged(): void {
             root.scrollTo(panes.contentYShowing(root.viewModel.selectedHunkIndex), true);
+            root.isKeyHeld = false;
         }
         function onHunksChanged(): void {
             root.scrollTo(panes.contentYShowing(root.viewModel.selectedHunkIndex), false);

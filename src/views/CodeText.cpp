@@ -35,18 +35,18 @@ Character characterAt(QByteArrayView utf8, qsizetype position)
     if (first < 0xf0) {
         return {char32_t((first & 0x0fU) << 12U | (byte(1) & 0x3fU) << 6U | (byte(2) & 0x3fU)), 3};
     }
-    return {char32_t((first & 0x07U) << 18U | (byte(1) & 0x3fU) << 12U | (byte(2) & 0x3fU) << 6U
-                     | (byte(3) & 0x3fU)),
+    return {char32_t((first & 0x07U) << 18U | (byte(1) & 0x3fU) << 12U | (byte(2) & 0x3fU) << 6U |
+                     (byte(3) & 0x3fU)),
             4};
 }
 
 /// Characters that show nothing or change the order of what is shown.
 bool isHidden(char32_t code)
 {
-    return code == 0xad || code == 0x61c || code == 0x180e || (code >= 0x200b && code <= 0x200f)
-        || (code >= 0x2028 && code <= 0x202e) || (code >= 0x2060 && code <= 0x206f)
-        || code == 0xfeff || (code >= 0xfff9 && code <= 0xfffb) || (code >= 0x80 && code <= 0x9f)
-        || (code >= 0xe0000 && code <= 0xe007f);
+    return code == 0xad || code == 0x61c || code == 0x180e || (code >= 0x200b && code <= 0x200f) ||
+           (code >= 0x2028 && code <= 0x202e) || (code >= 0x2060 && code <= 0x206f) ||
+           code == 0xfeff || (code >= 0xfff9 && code <= 0xfffb) || (code >= 0x80 && code <= 0x9f) ||
+           (code >= 0xe0000 && code <= 0xe007f);
 }
 
 /// What is drawn in the place of `code`, when that is not the character itself.
@@ -97,9 +97,8 @@ void walk(const TextSlice &line, Take take)
 qsizetype codeColumns(const TextSlice &line)
 {
     const QByteArrayView utf8 = line.utf8();
-    const bool isPrintable = std::all_of(utf8.begin(), utf8.end(), [](char byte) {
-        return byte >= 0x20 && byte < 0x7f;
-    });
+    const bool isPrintable = std::all_of(utf8.begin(), utf8.end(),
+                                         [](char byte) { return byte >= 0x20 && byte < 0x7f; });
     if (isPrintable) {
         return utf8.size();
     }

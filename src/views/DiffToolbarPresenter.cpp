@@ -86,8 +86,8 @@ QString DiffToolbarPresenter::nextName() const
 
 bool DiffToolbarPresenter::hasNothingToShow() const
 {
-    return m_diff && !m_diff->isLoading() && m_diff->hunkCount() == 0
-        && m_diff->errorMessage().isEmpty();
+    return m_diff && !m_diff->isLoading() && m_diff->hunkCount() == 0 &&
+           m_diff->errorMessage().isEmpty();
 }
 
 } // namespace vantrel

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] QString status() const; ///< "M", "A" or "D".
     [[nodiscard]] int additions() const;
     [[nodiscard]] int deletions() const;
-    [[nodiscard]] QString position() const; ///< Empty while the file is loading.
+    [[nodiscard]] QString position() const;     ///< Empty while the file is loading.
     [[nodiscard]] QString previousName() const; ///< What the step back leads to.
     [[nodiscard]] QString nextName() const;
     [[nodiscard]] bool hasNothingToShow() const; ///< Loaded without a failure and without hunks.

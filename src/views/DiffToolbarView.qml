@@ -10,6 +10,8 @@ ScreenToolbar {
 
     required property DiffViewModel viewModel
 
+    readonly property string filePath: words.folder + words.name
+
     backText: qsTr("All files")
     onBack: root.viewModel.goBack()
 
@@ -48,7 +50,7 @@ ScreenToolbar {
         folder: words.folder
         name: words.name
         Accessible.role: Accessible.StaticText
-        Accessible.name: words.folder + words.name
+        Accessible.name: root.filePath
     }
 
     Row {
@@ -83,7 +85,7 @@ ScreenToolbar {
         anchors.verticalCenter: parent.verticalCenter
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceM
-        width: 2 * 33 + 1
+        width: 2 * 32 + 3 * Theme.hairlineWidth
         height: Theme.controlCompactSize
         radius: Theme.controlRadius
         color: Theme.card
@@ -98,9 +100,14 @@ ScreenToolbar {
         }
 
         QuietButton {
-            width: 33
-            height: parent.height
+            x: Theme.hairlineWidth
+            y: Theme.hairlineWidth
+            width: 32
+            height: parent.height - 2 * Theme.hairlineWidth
+            radius: Theme.controlRadius - Theme.hairlineWidth
             display: T.AbstractButton.IconOnly
+            labelColor: Theme.inkHeading
+            fillColor: enabled ? Theme.card : Theme.sunken
             iconName: "chevron-up"
             text: words.previousName
             enabled: root.viewModel.canGoPrevious
@@ -108,10 +115,14 @@ ScreenToolbar {
         }
 
         QuietButton {
-            anchors.right: parent.right
-            width: 33
-            height: parent.height
+            x: parent.width - width - Theme.hairlineWidth
+            y: Theme.hairlineWidth
+            width: 32
+            height: parent.height - 2 * Theme.hairlineWidth
+            radius: Theme.controlRadius - Theme.hairlineWidth
             display: T.AbstractButton.IconOnly
+            labelColor: Theme.inkHeading
+            fillColor: enabled ? Theme.card : Theme.sunken
             iconName: "chevron-down"
             text: words.nextName
             enabled: root.viewModel.canGoNext

@@ -8,9 +8,16 @@ FocusScope {
     id: root
 
     required property DiffViewModel viewModel
+    required property PanelSizes panelSizes
+
+    /// Where the keyboard goes in the file list after this screen.
+    readonly property string filePath: toolbar.filePath
 
     readonly property bool isNarrow: root.width < 1080
-    readonly property int sidebarWidth: Math.max(340, Math.min(480, 0.297 * root.width))
+    readonly property real defaultSidebarWidth: Math.max(340, Math.min(480, Math.round(0.297 * root.width)))
+    readonly property real sidebarWidth: root.panelSizes.sidebarWidth > 0 ? root.panelSizes.sidebarWidth : root.defaultSidebarWidth
+    readonly property real maximumBottomHeight: Math.max(Theme.panelMinSize, root.height / 2)
+    readonly property real bottomHeight: Math.min(root.maximumBottomHeight, root.panelSizes.bottomHeight > 0 ? root.panelSizes.bottomHeight : Theme.panelSize)
 
     Component.onCompleted: root.viewModel.load()
 
@@ -26,12 +33,14 @@ FocusScope {
 
         anchors.top: toolbar.bottom
         width: root.isNarrow ? root.width : root.width - root.sidebarWidth
-        height: root.height - y - (root.isNarrow ? 208 : 0)
+        height: root.height - y - (root.isNarrow ? root.bottomHeight : 0)
         focus: true
         viewModel: root.viewModel
     }
 
     Rectangle {
+        id: panel
+
         x: root.isNarrow ? 0 : panes.width
         y: root.isNarrow ? panes.y + panes.height : toolbar.height
         width: root.width - x
@@ -39,14 +48,17 @@ FocusScope {
         color: Theme.surface
 
         Rectangle {
-            width: root.isNarrow ? parent.width / 2 : parent.width
-            height: root.isNarrow ? parent.height : Math.min(sidebar.implicitHeight, 0.55 * parent.height)
+            width: root.isNarrow ? Math.round(panel.width / 2) : panel.width
+            height: root.isNarrow ? panel.height : Math.min(sidebar.implicitHeight, Math.round(0.55 * panel.height))
+            visible: sidebar.hasExplanation
             color: Theme.card
 
             ExplanationSidebarView {
                 id: sidebar
 
                 anchors.fill: parent
+                anchors.leftMargin: root.isNarrow ? 0 : Theme.hairlineWidth
+                anchors.topMargin: root.isNarrow ? Theme.hairlineWidth : 0
                 viewModel: root.viewModel
             }
 
@@ -58,16 +70,32 @@ FocusScope {
                 color: Theme.line
             }
         }
+    }
 
-        Rectangle {
-            width: root.isNarrow ? parent.width : Theme.hairlineWidth
-            height: root.isNarrow ? Theme.hairlineWidth : parent.height
-            color: Theme.line
+    PanelDivider {
+        objectName: "divider"
+
+        x: root.isNarrow ? 0 : panel.x - width / 2
+        y: root.isNarrow ? panel.y - height / 2 : panel.y
+        width: root.isNarrow ? root.width : implicitWidth
+        height: root.isNarrow ? implicitHeight : panel.height
+        isVertical: !root.isNarrow
+        onDragged: distance => {
+            if (root.isNarrow) {
+                root.panelSizes.bottomHeight = Math.max(Theme.panelMinSize, Math.min(root.maximumBottomHeight, root.bottomHeight - distance));
+            } else {
+                root.panelSizes.sidebarWidth = Math.max(Theme.sidebarMinSize, Math.min(Theme.sidebarMaxSize, root.sidebarWidth - distance));
+            }
+        }
+        onReset: {
+            root.panelSizes.sidebarWidth = 0;
+            root.panelSizes.bottomHeight = 0;
         }
     }
 
     Shortcut {
         sequences: ["Alt+Left"]
+        enabled: root.enabled
         onActivated: root.viewModel.goBack()
     }
 }

@@ -3,14 +3,14 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vantrel
 
-/// A failure in its own words, with the link that leads to its remedy.
+/// A failure in its own words, with the words that lead to its remedy.
 Rectangle {
     id: root
 
     required property string message
     property string linkText: ""
 
-    implicitHeight: column.implicitHeight + 2 * Theme.spaceM
+    implicitHeight: column.implicitHeight + 2 * column.y
     radius: Theme.cardRadius
     color: Theme.errorSoft
     border.width: Theme.hairlineWidth
@@ -19,8 +19,8 @@ Rectangle {
     Accessible.name: root.message
 
     Icon {
-        x: Theme.spaceM
-        y: Theme.spaceM + 2
+        x: 13
+        y: Theme.spaceM
         name: "warning"
         tint: Theme.error
     }
@@ -28,15 +28,13 @@ Rectangle {
     Column {
         id: column
 
-        x: Theme.spaceM + Theme.iconSize + Theme.spaceS
-        y: Theme.spaceM
-        width: root.width - x - Theme.spaceM
-        spacing: Theme.spaceXs
+        x: 38
+        y: 10
+        width: root.width - x - 13
 
         PlainLabel {
             width: column.width
             text: root.message
-            color: Theme.error
             wrapMode: Text.Wrap
             elide: Text.ElideNone
             Accessible.ignored: true

@@ -31,19 +31,19 @@ ExplanationPresenter::State ExplanationPresenter::state() const
 {
     const Hunk *const selected = hunk();
     if (selected == nullptr || selected->explanationState.isIdle()) {
-        return State::none;
+        return State::None;
     }
     if (selected->explanationState.isLoading()) {
-        return prose().isEmpty() ? State::reading : State::streaming;
+        return prose().isEmpty() ? State::Reading : State::Streaming;
     }
-    return selected->explanationState.isLoaded() ? State::loaded : State::failed;
+    return selected->explanationState.isLoaded() ? State::Loaded : State::Failed;
 }
 
 QString ExplanationPresenter::tag() const
 {
     const Hunk *const selected = hunk();
-    const auto *const explanation
-        = selected == nullptr ? nullptr : selected->explanationState.value();
+    const auto *const explanation =
+        selected == nullptr ? nullptr : selected->explanationState.value();
     return explanation == nullptr ? QString() : explanation->tag;
 }
 
@@ -62,16 +62,16 @@ QString ExplanationPresenter::prose() const
 QStringList ExplanationPresenter::points() const
 {
     const Hunk *const selected = hunk();
-    const auto *const explanation
-        = selected == nullptr ? nullptr : selected->explanationState.value();
+    const auto *const explanation =
+        selected == nullptr ? nullptr : selected->explanationState.value();
     return explanation == nullptr ? QStringList() : explanation->points;
 }
 
 QString ExplanationPresenter::message() const
 {
     const Hunk *const selected = hunk();
-    const QString *const failure
-        = selected == nullptr ? nullptr : selected->explanationState.message();
+    const QString *const failure =
+        selected == nullptr ? nullptr : selected->explanationState.message();
     return failure == nullptr ? QString() : *failure;
 }
 

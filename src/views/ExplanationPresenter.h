@@ -24,12 +24,13 @@ class ExplanationPresenter : public QObject
     Q_PROPERTY(QString recoveryLabel READ recoveryLabel NOTIFY changed)
 
 public:
+    /// Capitalised, since QML does not see other enumerators.
     enum class State {
-        none, ///< There is no hunk, or it has not been asked for.
-        reading, ///< Asked for; nothing has come yet.
-        streaming, ///< Prose is coming.
-        loaded,
-        failed,
+        None,      ///< There is no hunk, or it has not been asked for.
+        Reading,   ///< Asked for; nothing has come yet.
+        Streaming, ///< Prose is coming.
+        Loaded,
+        Failed,
     };
     Q_ENUM(State)
 
@@ -42,7 +43,7 @@ public:
     [[nodiscard]] QString tag() const;
     [[nodiscard]] QString prose() const; ///< What has streamed in so far, or the whole.
     [[nodiscard]] QStringList points() const;
-    [[nodiscard]] QString message() const; ///< Of a failure.
+    [[nodiscard]] QString message() const;       ///< Of a failure.
     [[nodiscard]] QString recoveryLabel() const; ///< Empty when the settings cannot mend it.
 
 Q_SIGNALS:

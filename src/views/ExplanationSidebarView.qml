@@ -9,6 +9,8 @@ Item {
 
     required property DiffViewModel viewModel
 
+    readonly property bool hasExplanation: explanation.state !== ExplanationPresenter.None
+
     implicitHeight: column.implicitHeight + 2 * Theme.spaceL
 
     ExplanationPresenter {
@@ -35,7 +37,7 @@ Item {
             y: Theme.spaceL
             width: flick.width - 2 * Theme.spaceXl
             spacing: Theme.spaceM
-            visible: explanation.state !== ExplanationPresenter.None
+            visible: root.hasExplanation
 
             Item {
                 width: column.width
@@ -52,8 +54,8 @@ Item {
 
                 Rectangle {
                     anchors.right: parent.right
-                    width: Math.min(140, tag.implicitWidth + 2 * Theme.spaceS)
-                    height: 20
+                    width: tag.width + 2 * Theme.spaceS
+                    height: Theme.badgeSize
                     visible: explanation.tag !== ""
                     radius: Theme.badgeRadius
                     color: Theme.accentSoft
@@ -63,10 +65,10 @@ Item {
 
                         anchors.verticalCenter: parent.verticalCenter
                         x: Theme.spaceS
-                        width: parent.width - 2 * Theme.spaceS
+                        width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
                         text: explanation.tag
                         font: Theme.smallFont
-                        lineHeight: Theme.smallLine
+                        line: Theme.smallLine
                         color: Theme.accent
                     }
                 }

@@ -1,5 +1,7 @@
 #include "views/FileListModel.h"
 
+#include <algorithm>
+
 namespace vantrel {
 
 using namespace Qt::Literals::StringLiterals;
@@ -9,9 +11,12 @@ namespace {
 QString statusName(ChangeStatus status)
 {
     switch (status) {
-    case ChangeStatus::modified: return FileListModel::tr("Modified");
-    case ChangeStatus::added: return FileListModel::tr("Added");
-    case ChangeStatus::deleted: return FileListModel::tr("Deleted");
+    case ChangeStatus::modified:
+        return FileListModel::tr("Modified");
+    case ChangeStatus::added:
+        return FileListModel::tr("Added");
+    case ChangeStatus::deleted:
+        return FileListModel::tr("Deleted");
     }
     Q_UNREACHABLE();
 }
@@ -46,6 +51,13 @@ void FileListModel::setSource(FileListViewModel *source)
     Q_EMIT sourceChanged();
 }
 
+int FileListModel::rowOf(const QString &path) const
+{
+    const auto found = std::find_if(m_files.cbegin(), m_files.cend(),
+                                    [&path](const FileChange &file) { return file.path == path; });
+    return found == m_files.cend() ? -1 : int(found - m_files.cbegin());
+}
+
 int FileListModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : count();
@@ -59,15 +71,24 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const
     const FileChange &file = m_files.at(index.row());
     const qsizetype nameBegin = file.path.lastIndexOf(u'/') + 1;
     switch (role) {
-    case FolderRole: return file.path.first(nameBegin);
-    case NameRole: return file.path.sliced(nameBegin);
-    case PathRole: return file.path;
-    case StatusRole: return rawValue(file.status);
-    case AdditionsRole: return int(file.additions);
-    case DeletionsRole: return int(file.deletions);
-    case HasHunksRole: return !file.hunks.isEmpty();
-    case AccessibleNameRole: return accessibleName(file);
-    default: return {};
+    case FolderRole:
+        return file.path.first(nameBegin);
+    case NameRole:
+        return file.path.sliced(nameBegin);
+    case PathRole:
+        return file.path;
+    case StatusRole:
+        return rawValue(file.status);
+    case AdditionsRole:
+        return int(file.additions);
+    case DeletionsRole:
+        return int(file.deletions);
+    case HasHunksRole:
+        return !file.hunks.isEmpty();
+    case AccessibleNameRole:
+        return accessibleName(file);
+    default:
+        return {};
     }
 }
 

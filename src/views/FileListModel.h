@@ -21,13 +21,13 @@ class FileListModel : public QAbstractListModel
 public:
     enum Role {
         FolderRole = Qt::UserRole + 1, ///< QString: the path up to and with its last slash
-        NameRole, ///< QString: the rest of the path
-        PathRole, ///< QString
-        StatusRole, ///< QString: "M", "A" or "D"
-        AdditionsRole, ///< int
-        DeletionsRole, ///< int
-        HasHunksRole, ///< bool
-        AccessibleNameRole, ///< QString
+        NameRole,                      ///< QString: the rest of the path
+        PathRole,                      ///< QString
+        StatusRole,                    ///< QString: "M", "A" or "D"
+        AdditionsRole,                 ///< int
+        DeletionsRole,                 ///< int
+        HasHunksRole,                  ///< bool
+        AccessibleNameRole,            ///< QString
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -37,6 +37,9 @@ public:
     [[nodiscard]] int count() const { return int(m_files.size()); }
     [[nodiscard]] int additions() const { return m_additions; }
     [[nodiscard]] int deletions() const { return m_deletions; }
+
+    /// The row of the file at `path`, or -1.
+    Q_INVOKABLE [[nodiscard]] int rowOf(const QString &path) const;
 
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;

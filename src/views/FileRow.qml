@@ -27,8 +27,8 @@ Item {
     Accessible.onPressAction: root.opened()
 
     Rectangle {
-        x: Theme.spaceXs
-        width: root.width - 2 * Theme.spaceXs
+        x: Theme.spaceXs + Theme.hairlineWidth
+        width: root.width - 2 * x
         height: Theme.fileRowSize
         radius: Theme.controlRadius
         color: pointer.pressed ? Theme.rowPressed : pointer.containsMouse ? Theme.rowHover : root.isCurrent ? Theme.rowSelected : "transparent"
@@ -37,7 +37,7 @@ Item {
     StatusBadge {
         id: badge
 
-        x: Theme.spaceXl
+        x: Theme.spaceXl + Theme.hairlineWidth
         y: (Theme.fileRowSize - height) / 2
         status: root.status
     }
@@ -97,7 +97,7 @@ Item {
     }
 
     Rectangle {
-        x: Theme.spaceXl
+        x: Theme.spaceXl + Theme.hairlineWidth
         y: Theme.fileRowSize
         width: root.width - 2 * x
         height: Theme.hairlineWidth

@@ -38,9 +38,9 @@ Item {
     PlainLabel {
         id: rangeLabel
 
-        x: Theme.spaceM
+        x: Theme.spaceM + Theme.hairlineWidth
+        y: Theme.hairlineWidth
         height: Theme.cardHeadSize
-        verticalAlignment: Text.AlignVCenter
         text: root.range
         font: Theme.codeFont
         color: Theme.inkTertiary
@@ -52,8 +52,8 @@ Item {
         anchors.leftMargin: Theme.spaceS
         anchors.right: tagBox.left
         anchors.rightMargin: Theme.spaceM
+        y: Theme.hairlineWidth
         height: Theme.cardHeadSize
-        verticalAlignment: Text.AlignVCenter
         text: root.section
         font: Theme.codeFont
         Accessible.ignored: true
@@ -63,10 +63,10 @@ Item {
         id: tagBox
 
         anchors.right: parent.right
-        anchors.rightMargin: Theme.spaceS
-        y: (Theme.cardHeadSize - height) / 2
-        width: root.tag === "" ? 0 : Math.min(140, tagLabel.implicitWidth + 2 * Theme.spaceS)
-        height: 20
+        anchors.rightMargin: root.isSelected ? Theme.spaceS + Theme.hairlineWidth : Theme.spaceXs + Theme.hairlineWidth
+        y: Theme.hairlineWidth + (Theme.cardHeadSize - height) / 2
+        width: root.tag === "" ? 0 : tagLabel.width + 2 * Theme.spaceS
+        height: Theme.badgeSize
         visible: root.tag !== ""
         radius: Theme.badgeRadius
         color: root.isSelected ? Theme.card : "transparent"
@@ -76,10 +76,10 @@ Item {
 
             anchors.verticalCenter: parent.verticalCenter
             x: Theme.spaceS
-            width: parent.width - 2 * Theme.spaceS
+            width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
             text: root.tag
             font: Theme.smallFont
-            lineHeight: Theme.smallLine
+            line: Theme.smallLine
             color: root.isSelected ? Theme.accent : Theme.inkSecondary
             Accessible.ignored: true
         }
@@ -88,7 +88,7 @@ Item {
     ActivityDots {
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceM
-        y: (Theme.cardHeadSize - height) / 2
+        y: Theme.hairlineWidth + (Theme.cardHeadSize - height) / 2
         visible: root.isExplaining
     }
 }

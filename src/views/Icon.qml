@@ -13,7 +13,8 @@ Image {
 
     width: root.size
     height: root.size
-    sourceSize: Qt.size(root.size * Screen.devicePixelRatio, root.size * Screen.devicePixelRatio)
+    sourceSize.width: root.size * Screen.devicePixelRatio
+    sourceSize.height: root.size * Screen.devicePixelRatio
     source: "image://icon/" + root.name + "/" + root.tint.toString().slice(-6)
     Accessible.ignored: true
 }

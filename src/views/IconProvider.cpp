@@ -17,8 +17,7 @@ constexpr QSize defaultSize(16, 16);
 
 IconProvider::IconProvider()
     : QQuickImageProvider(QQuickImageProvider::Pixmap)
-{
-}
+{}
 
 QPixmap IconProvider::requestPixmap(const QString &id, QSize *size, const QSize &requestedSize)
 {

@@ -4,8 +4,8 @@
 
 namespace vantrel {
 
-/// The icons in the colour that a view asks for: `image://icon/<name>/<rrggbb>`. The drawings use the
-/// word "currentColor", which is replaced before they are rendered. Thread: any.
+/// The icons in the colour that a view asks for: `image://icon/<name>/<rrggbb>`. The drawings use
+/// the word "currentColor", which is replaced before they are rendered. Thread: any.
 class IconProvider final : public QQuickImageProvider
 {
 public:

@@ -30,13 +30,19 @@ FocusScope {
         }
     }
 
-    Rectangle {
-        anchors.fill: card
-        anchors.margins: -1
-        anchors.topMargin: 4
-        anchors.bottomMargin: -4
-        radius: Theme.sheetRadius
-        color: Theme.shadow
+    Repeater {
+        model: [1, 4]
+
+        Rectangle {
+            required property int modelData
+
+            x: card.x - 1
+            y: card.y + modelData
+            width: card.width + 2
+            height: card.height
+            radius: Theme.sheetRadius
+            color: Theme.shadow
+        }
     }
 
     Rectangle {
@@ -60,7 +66,6 @@ FocusScope {
             x: Theme.spaceXxl
             y: Theme.spaceXxl
             width: parent.width - 2 * x
-            spacing: Theme.spaceM
 
             Rectangle {
                 width: 40
@@ -75,15 +80,23 @@ FocusScope {
                     tint: Theme.accent
                 }
             }
+            Item {
+                width: 1
+                height: Theme.spaceL
+            }
             PlainLabel {
                 id: title
 
                 width: words.width
                 text: qsTr("Vantrel Needs Keychain Access")
                 font: Theme.headingFont
-                lineHeight: Theme.headingLine
+                line: Theme.headingLine
                 color: Theme.inkHeading
                 Accessible.role: Accessible.Heading
+            }
+            Item {
+                width: 1
+                height: Theme.spaceXs
             }
             PlainLabel {
                 id: message
@@ -92,7 +105,10 @@ FocusScope {
                 text: qsTr("Vantrel is about to check your API key in the macOS Keychain. Your Mac may ask for your login password — choose \"Always Allow\" so it won't ask again.")
                 wrapMode: Text.Wrap
                 elide: Text.ElideNone
-                color: Theme.inkSecondary
+            }
+            Item {
+                width: 1
+                height: Theme.spaceXl
             }
             PrimaryButton {
                 id: button

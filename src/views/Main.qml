@@ -9,7 +9,10 @@ Window {
 
     required property RootViewModel viewModel
     required property SystemAppearance appearance
+    required property string uiFamily
     required property string codeFamily
+
+    property bool reducesMotion: root.appearance.reducesMotion
 
     width: 1280
     height: 824
@@ -20,8 +23,24 @@ Window {
     color: Theme.surface
 
     Binding {
-        Theme.dark: root.appearance.isDark
-        Theme.codeFamily: root.codeFamily
+        target: Theme
+        property: "dark"
+        value: root.appearance.isDark
+    }
+    Binding {
+        target: Theme
+        property: "reducesMotion"
+        value: root.reducesMotion
+    }
+    Binding {
+        target: Theme
+        property: "uiFamily"
+        value: root.uiFamily
+    }
+    Binding {
+        target: Theme
+        property: "codeFamily"
+        value: root.codeFamily
     }
 
     RootView {
@@ -30,7 +49,7 @@ Window {
     }
 
     Shortcut {
-        sequences: [StandardKey.Quit, "Ctrl+Q"]
+        sequences: ["Ctrl+Q"]
         onActivated: Qt.quit()
     }
     Shortcut {

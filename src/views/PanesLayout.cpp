@@ -9,7 +9,7 @@ PanesLayout::PanesLayout(const QList<Hunk> &hunks)
     m_bottoms.reserve(hunks.size());
     qreal bottom = 0;
     for (const Hunk &hunk : hunks) {
-        bottom += gap + headHeight + qreal(hunk.rows.size()) * rowHeight + endHeight;
+        bottom += gap + headHeight + qreal(hunk.rows.size()) * rowHeight + endHeight + 2 * border;
         m_bottoms.append(bottom);
     }
 }

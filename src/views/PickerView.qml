@@ -5,12 +5,15 @@ import QtQuick.Dialogs
 import Vantrel
 
 /// Where a repository is chosen.
-Rectangle {
+FocusScope {
     id: root
 
     required property RootViewModel viewModel
 
-    color: Theme.surface
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.surface
+    }
 
     Column {
         id: block
@@ -22,7 +25,8 @@ Rectangle {
         Image {
             width: 56
             height: 56
-            sourceSize: Qt.size(56 * Screen.devicePixelRatio, 56 * Screen.devicePixelRatio)
+            sourceSize.width: 56 * Screen.devicePixelRatio
+            sourceSize.height: 56 * Screen.devicePixelRatio
             source: "qrc:/qt/qml/Vantrel/icons/app.svg"
             Accessible.ignored: true
         }
@@ -34,7 +38,7 @@ Rectangle {
             width: block.width
             text: qsTr("Open a repository to read its working changes.")
             font: Theme.displayFont
-            lineHeight: Theme.displayLine
+            line: Theme.displayLine
             color: Theme.inkHeading
             wrapMode: Text.Wrap
             elide: Text.ElideNone
@@ -48,7 +52,7 @@ Rectangle {
             width: block.width
             text: qsTr("Pick any folder containing a .git directory. Every uncommitted file is summarised, and each hunk gets an explanation you can question.")
             font: Theme.proseFont
-            lineHeight: Theme.proseLine
+            line: Theme.proseLine
             color: Theme.inkSecondary
             wrapMode: Text.Wrap
             elide: Text.ElideNone
@@ -86,6 +90,7 @@ Rectangle {
 
     Shortcut {
         sequences: ["Ctrl+O"]
+        enabled: root.enabled
         onActivated: dialog.open()
     }
 }

@@ -4,7 +4,7 @@ import Vantrel
 
 /// A button that looks like text until it is met.
 BaseButton {
-    labelColor: Theme.inkHeading
+    labelColor: hovered || down ? Theme.inkHeading : Theme.inkSecondary
     leftPadding: Theme.spaceS
     rightPadding: Theme.spaceS
 }

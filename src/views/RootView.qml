@@ -3,27 +3,48 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vantrel
 
-/// The title bar, the screen of the coordinator's route below it, and what may lie over both.
+/// The title bar, the screen of the coordinator's route below it, and what may lie over the screen.
 Rectangle {
     id: root
 
     required property RootViewModel viewModel
 
+    /// The file that was open last, so that the file list finds its place again.
+    property string lastFilePath: ""
+    property real listPosition: 0
+
     /// Makes the route's screen anew. It is handed its view model once, since the former one is on its
     /// way out while its screen still is there.
     function showScreen(): void {
+        root.rememberPlace();
         if (root.viewModel.diff !== null) {
             screen.setSource("DiffView.qml", {
-                viewModel: root.viewModel.diff
+                viewModel: root.viewModel.diff,
+                panelSizes: panelSizes
             });
         } else if (root.viewModel.fileList !== null) {
             screen.setSource("FileListView.qml", {
-                viewModel: root.viewModel.fileList
+                viewModel: root.viewModel.fileList,
+                initialPath: root.lastFilePath,
+                initialPosition: root.listPosition
             });
         } else {
             screen.setSource("PickerView.qml", {
                 viewModel: root.viewModel
             });
+        }
+    }
+
+    function rememberPlace(): void {
+        const diff = screen.item as DiffView;
+        const list = screen.item as FileListView;
+        if (diff !== null) {
+            root.lastFilePath = diff.filePath;
+        } else if (list !== null) {
+            root.listPosition = list.position;
+        } else {
+            root.lastFilePath = "";
+            root.listPosition = 0;
         }
     }
 
@@ -36,6 +57,10 @@ Rectangle {
         }
 
         target: root.viewModel
+    }
+
+    PanelSizes {
+        id: panelSizes
     }
 
     TitleBar {
@@ -53,13 +78,22 @@ Rectangle {
         width: root.width
         focus: true
         enabled: !notice.visible
-        onLoaded: (screen.item as Item).forceActiveFocus()
+        onLoaded: {
+            if (enabled) {
+                (screen.item as Item).forceActiveFocus();
+            }
+        }
+        onEnabledChanged: {
+            if (enabled) {
+                (screen.item as Item).forceActiveFocus();
+            }
+        }
     }
 
     KeychainNotice {
         id: notice
 
-        anchors.fill: parent
+        anchors.fill: screen
         notice: root.viewModel.keychainAccessNotice
     }
 }

@@ -21,7 +21,7 @@ Rectangle {
         id: backButton
 
         anchors.verticalCenter: parent.verticalCenter
-        x: Theme.spaceM
+        x: Theme.spaceS + Theme.hairlineWidth
         text: root.backText
         iconName: "chevron-left"
         onClicked: root.back()

@@ -18,7 +18,7 @@ Rectangle {
         anchors.centerIn: parent
         text: root.status
         font: Theme.captionFont
-        lineHeight: Theme.captionLine
+        line: Theme.captionLine
         color: root.status === "A" ? Theme.badgeAddedInk : root.status === "D" ? Theme.badgeDeletedInk : Theme.badgeModifiedInk
         Accessible.ignored: true
     }

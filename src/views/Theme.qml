@@ -2,16 +2,19 @@ pragma Singleton
 
 import QtQuick
 
-/// Every colour, size, font and duration of the interface, by meaning.
+/// Every colour, size, font and duration of the interface, by meaning. No name begins with "on", which
+/// QML would take for a signal handler.
 QtObject {
     id: root
 
     /// Set by the window from the chosen appearance or the desktop's.
     property bool dark: false
-    property string uiFamily: Qt.application.font.family
+    property string uiFamily: "sans-serif"
     property string codeFamily: "monospace"
+    /// Whether the desktop asks for stillness: then nothing takes time.
+    property bool reducesMotion: false
 
-    // Surfaces, inks and marks
+    // Surfaces, inks and marks. No name may begin with "on": QML takes such a one for a handler.
     readonly property color window: dark ? "#191714" : "#F1EDE4"
     readonly property color surface: dark ? "#201E1A" : "#FAF8F3"
     readonly property color card: dark ? "#282521" : "#FFFEFB"
@@ -29,7 +32,7 @@ QtObject {
     readonly property color accentFill: dark ? "#3B6B9B" : "#2C5A88"
     readonly property color accentFillHover: dark ? "#4475A6" : "#244C75"
     readonly property color accentFillPressed: dark ? "#315B85" : "#1C3E61"
-    readonly property color onAccent: dark ? "#FBFCFD" : "#FFFEFB"
+    readonly property color inkOnAccent: dark ? "#FBFCFD" : "#FFFEFB"
     readonly property color accentSoft: dark ? "#263340" : "#E2E9F0"
     readonly property color accentLine: dark ? "#425A72" : "#B4C6D8"
     readonly property color rowHover: dark ? "#2F2C27" : "#F4F0E8"
@@ -57,7 +60,7 @@ QtObject {
     readonly property color errorSoft: dark ? "#38231E" : "#FCEDE8"
     readonly property color errorLine: dark ? "#6B4037" : "#E8C1B6"
     readonly property color danger: dark ? "#A8452F" : "#9B3019"
-    readonly property color onDanger: dark ? "#FFFBFA" : "#FFFEFB"
+    readonly property color inkOnDanger: dark ? "#FFFBFA" : "#FFFEFB"
     readonly property color note: dark ? "#332B1B" : "#F7EFDB"
     readonly property color noteLine: dark ? "#5A4C2D" : "#E4D3A8"
     readonly property color noteInk: dark ? "#E3CC98" : "#604710"
@@ -67,9 +70,9 @@ QtObject {
     readonly property color scrollHandle: dark ? "#5A544B" : "#B9B0A0"
     readonly property color scrollHandleHover: dark ? "#7B7366" : "#938A7A"
     readonly property color tooltip: dark ? "#EDE6DA" : "#2A2723"
-    readonly property color onTooltip: dark ? "#201E1A" : "#FAF8F3"
+    readonly property color inkOnTooltip: dark ? "#201E1A" : "#FAF8F3"
     readonly property color windowClose: dark ? "#C24A33" : "#B23A22"
-    readonly property color onWindowClose: dark ? "#FFFEFB" : "#FFFEFB"
+    readonly property color inkOnWindowClose: dark ? "#FFFEFB" : "#FFFEFB"
 
     // Veils
     readonly property color scrim: dark ? "#8C0C0B09" : "#661E1B17"
@@ -101,12 +104,15 @@ QtObject {
     readonly property int chipSize: 28
     readonly property int badgeSize: 20
     readonly property int badgeSmallSize: 18
+    readonly property int tagMaxSize: 140
     readonly property int menuRowSize: 30
     readonly property int fileRowSize: 56
     readonly property int recentRowSize: 56
     readonly property int sidebarSize: 380
     readonly property int sidebarMinSize: 320
     readonly property int sidebarMaxSize: 560
+    readonly property int panelSize: 208
+    readonly property int panelMinSize: 160
     readonly property int sheetWidthSize: 520
     readonly property int alertWidthSize: 420
     readonly property int iconSize: 16
@@ -154,10 +160,15 @@ QtObject {
 
     // Durations in milliseconds
     readonly property int instantDuration: 0
-    readonly property int fastDuration: 90
-    readonly property int standardDuration: 160
-    readonly property int scrollDuration: 220
-    readonly property int sheetInDuration: 200
+    readonly property int fastDuration: reducesMotion ? 0 : 90
+    readonly property int standardDuration: reducesMotion ? 0 : 160
+    readonly property int scrollDuration: reducesMotion ? 0 : 220
+    readonly property int sheetInDuration: reducesMotion ? 0 : 200
     readonly property int pulseDuration: 1400
     readonly property int dotsDuration: 1200
+    /// How strong what pulses is while it stands still.
+    readonly property real stillOpacity: 0.7
+    /// Work that ends sooner leaves no trace on screen.
+    readonly property int patienceDuration: 150
+    readonly property int toolTipDelayDuration: 600
 }

@@ -9,16 +9,21 @@ Rectangle {
 
     required property AppCoordinator coordinator
 
+    function listed(part: string): string {
+        return part === "" ? "" : ", " + part;
+    }
+
     implicitHeight: Theme.titleBarSize
     color: Theme.window
     Accessible.role: Accessible.TitleBar
-    Accessible.name: [title.text, root.coordinator.repositoryName, root.coordinator.branchName].filter(part => part !== "").join(", ")
+    Accessible.name: title.text + root.listed(root.coordinator.repositoryName) + root.listed(root.coordinator.branchName)
 
     PlainLabel {
         id: title
 
         anchors.verticalCenter: parent.verticalCenter
         x: Theme.spaceL
+        width: Math.ceil(implicitWidth)
         text: qsTr("Reviewer")
         font: Theme.bodyBoldFont
         color: Theme.inkHeading
@@ -42,7 +47,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: divider.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(implicitWidth, (root.width - x) / 2)
+        width: Math.min(Math.ceil(implicitWidth), Math.round((root.width - x) / 2))
         text: root.coordinator.repositoryName
         elide: Text.ElideMiddle
     }
@@ -51,7 +56,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: repositoryLabel.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(branchLabel.implicitWidth + 32, root.width - x - Theme.spaceL)
+        width: Math.min(Math.ceil(branchLabel.implicitWidth) + 32, root.width - x - Theme.spaceL)
         height: 22
         visible: root.coordinator.branchName !== ""
         radius: Theme.badgeRadius
@@ -72,7 +77,7 @@ Rectangle {
             width: parent.width - x - Theme.spaceS
             text: root.coordinator.branchName
             font: Theme.smallFont
-            lineHeight: Theme.smallLine
+            line: Theme.smallLine
             color: Theme.inkSecondary
             elide: Text.ElideMiddle
         }

@@ -84,20 +84,29 @@ QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
     const HunkExplanation *const explanation = hunk.explanationState.value();
     const QString header = hunk.header.toString();
     switch (role) {
-    case HunkIndexRole: return hunkIndex;
-    case TopRole: return m_layout.cardTop(hunkIndex);
-    case HeightRole: return m_layout.cardBottom(hunkIndex) - m_layout.cardTop(hunkIndex);
-    case RangeRole: return header.first(sectionPosition(header));
-    case SectionRole: return header.sliced(sectionPosition(header)).trimmed();
-    case TagRole: return explanation == nullptr ? QString() : explanation->tag;
-    case IsExplainingRole: return hunk.explanationState.isLoading();
-    case IsSelectedRole: return hunkIndex == m_selected;
+    case HunkIndexRole:
+        return hunkIndex;
+    case TopRole:
+        return m_layout.cardTop(hunkIndex);
+    case HeightRole:
+        return m_layout.cardBottom(hunkIndex) - m_layout.cardTop(hunkIndex);
+    case RangeRole:
+        return header.first(sectionPosition(header));
+    case SectionRole:
+        return header.sliced(sectionPosition(header)).trimmed();
+    case TagRole:
+        return explanation == nullptr ? QString() : explanation->tag;
+    case IsExplainingRole:
+        return hunk.explanationState.isLoading();
+    case IsSelectedRole:
+        return hunkIndex == m_selected;
     case AccessibleNameRole: {
         const QString position = tr("Change %1 of %2").arg(hunkIndex + 1).arg(m_diff->hunkCount());
         return explanation == nullptr ? position + u", "_s + header
                                       : position + u", "_s + explanation->tag + u", "_s + header;
     }
-    default: return {};
+    default:
+        return {};
     }
 }
 

@@ -6,7 +6,6 @@
 #include <QAbstractListModel>
 #include <QPointer>
 
-
 namespace vantrel {
 
 /// The hunk cards that are in view, a row each, for what lies over the drawn panes: heads to click,
@@ -18,14 +17,14 @@ class VisibleCardModel final : public QAbstractListModel
 public:
     enum Role {
         HunkIndexRole = Qt::UserRole + 1, ///< int
-        TopRole, ///< qreal, within the whole content
-        HeightRole, ///< qreal
-        RangeRole, ///< QString: the header up to and with its closing marker
-        SectionRole, ///< QString: the header's rest
-        TagRole, ///< QString: empty until the hunk is explained
-        IsExplainingRole, ///< bool
-        IsSelectedRole, ///< bool
-        AccessibleNameRole, ///< QString
+        TopRole,                          ///< qreal, within the whole content
+        HeightRole,                       ///< qreal
+        RangeRole,                        ///< QString: the header up to and with its closing marker
+        SectionRole,                      ///< QString: the header's rest
+        TagRole,                          ///< QString: empty until the hunk is explained
+        IsExplainingRole,                 ///< bool
+        IsSelectedRole,                   ///< bool
+        AccessibleNameRole,               ///< QString
     };
 
     using QAbstractListModel::QAbstractListModel;

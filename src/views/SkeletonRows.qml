@@ -1,0 +1,115 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// Rows that stand for files while the listing is read. They come only when that takes a while, so
+/// that a quick listing does not flash.
+Rectangle {
+    id: root
+
+    required property bool isActive
+
+    /// The first bar's width in each row, so that the rows do not look like a table.
+    readonly property list<int> barWidths: [180, 240, 150, 210, 260, 190, 230, 170, 220]
+
+    property bool isPatienceOver: false
+
+    objectName: "skeleton"
+    implicitHeight: rows.height + 2 * Theme.spaceXs + Theme.hairlineWidth
+    visible: root.isActive && root.isPatienceOver
+    clip: true
+    radius: Theme.cardRadius
+    color: Theme.card
+    border.width: Theme.hairlineWidth
+    border.color: Theme.line
+    Accessible.ignored: true
+
+    Timer {
+        interval: Theme.patienceDuration
+        running: root.isActive
+        onRunningChanged: if (running) {
+            root.isPatienceOver = false;
+        }
+        onTriggered: root.isPatienceOver = true
+    }
+
+    Column {
+        id: rows
+
+        property real strength: 1
+
+        y: Theme.spaceXs + Theme.hairlineWidth
+        width: root.width
+        opacity: Theme.reducesMotion ? 1 : rows.strength
+
+        Repeater {
+            model: root.barWidths
+
+            Item {
+                id: row
+
+                required property int index
+                required property int modelData
+
+                width: rows.width
+                height: Theme.fileRowSize + Theme.hairlineWidth
+
+                Rectangle {
+                    x: Theme.spaceXl + Theme.hairlineWidth
+                    y: (Theme.fileRowSize - height) / 2
+                    width: Theme.badgeSize
+                    height: Theme.badgeSize
+                    radius: Theme.badgeRadius
+                    color: Theme.sunken
+                }
+                Rectangle {
+                    x: 55
+                    y: 14
+                    width: row.modelData
+                    height: Theme.spaceS
+                    radius: height / 2
+                    color: Theme.sunken
+                }
+                Rectangle {
+                    x: 55
+                    y: 34
+                    width: row.modelData + 190
+                    height: Theme.spaceS
+                    radius: height / 2
+                    color: Theme.sunken
+                    opacity: 0.7
+                }
+                Rectangle {
+                    x: Theme.spaceXl + Theme.hairlineWidth
+                    y: Theme.fileRowSize
+                    width: row.width - 2 * x
+                    height: Theme.hairlineWidth
+                    visible: row.index < root.barWidths.length - 1
+                    color: Theme.line
+                }
+            }
+        }
+
+        SequentialAnimation {
+            running: root.visible && !Theme.reducesMotion
+            loops: Animation.Infinite
+
+            NumberAnimation {
+                target: rows
+                property: "strength"
+                from: 1
+                to: 0.45
+                duration: Theme.pulseDuration / 2
+                easing.type: Easing.InOutSine
+            }
+            NumberAnimation {
+                target: rows
+                property: "strength"
+                to: 1
+                duration: Theme.pulseDuration / 2
+                easing.type: Easing.InOutSine
+            }
+        }
+    }
+}

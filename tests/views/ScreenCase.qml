@@ -1,0 +1,78 @@
+import QtQuick
+import QtTest
+import Vantrel
+
+/// Tests of the whole window's content: made anew for each test, found by accessible names.
+TestCase {
+    id: root
+
+    required property Loader content
+
+    property bool acknowledgesNotice: true
+
+    when: windowShown
+
+    function init(): void {
+        root.failOnWarning(/.+/);
+        Theme.reducesMotion = true;
+        driver.start(root.acknowledgesNotice);
+        root.content.width = 1280;
+        root.content.height = 824;
+        root.content.setSource("qrc:/qt/qml/Vantrel/RootView.qml", {
+            viewModel: driver.root
+        });
+    }
+
+    function cleanup(): void {
+        root.content.source = "";
+    }
+
+    function openFiles(hunkCounts: var): void {
+        driver.openRepository();
+        driver.answerFiles(hunkCounts);
+        root.tryVerify(() => driver.root.fileList.hasLoaded);
+    }
+
+    function openDiff(hunkCounts: var): void {
+        root.openFiles(hunkCounts);
+        root.keyClick(Qt.Key_Return);
+        root.tryVerify(() => driver.root.diff !== null && !driver.root.diff.isLoading);
+    }
+
+    /// All visible items of a role, from the top of the tree down.
+    function all(role: int): var {
+        const found = [];
+        root.walk(root.content, item => {
+            if (item.Accessible.role === role) {
+                found.push(item);
+            }
+        });
+        return found;
+    }
+
+    /// The visible item of this accessible name, or null.
+    function named(name: string): Item {
+        let found = null;
+        root.walk(root.content, item => {
+            if (found === null && item.Accessible.name === name) {
+                found = item;
+            }
+        });
+        return found;
+    }
+
+    function expectNamed(name: string): Item {
+        root.tryVerify(() => root.named(name) !== null, 5000, name);
+        return root.named(name);
+    }
+
+    function walk(item: Item, visit: var): void {
+        for (let i = 0; i < item.children.length; ++i) {
+            const child = item.children[i];
+            if (child.visible) {
+                visit(child);
+                root.walk(child, visit);
+            }
+        }
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "models/FileChange.h"
+#include "models/HunkExplanation.h"
+#include "models/Repo.h"
+
+#include <QList>
+
+namespace vantrel::screenshots {
+
+/// The repository that every picture shows. It exists nowhere.
+[[nodiscard]] Repo sampleRepository();
+
+/// Its ten changed files, in the order of a listing.
+[[nodiscard]] QList<FileChange> sampleFiles();
+
+/// The rows of `sampleFiles()` that the pictures open.
+enum class SampleRow { withoutText = 1, tokenStore = 5 };
+
+/// What the model says of the hunks of the file at `SampleRow::tokenStore`, in their order.
+[[nodiscard]] QList<HunkExplanation> sampleExplanations();
+
+} // namespace vantrel::screenshots

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "SampleServices.h"
+
+#include "ai/AIWorker.h"
+#include "ai/config/AppearanceController.h"
+#include "ai/config/SettingsStore.h"
+#include "app/AppCoordinator.h"
+#include "app/RootViewModel.h"
+#include "git/GitWorker.h"
+#include "persistence/KeychainAccessNotice.h"
+#include "platform/NotificationCenter.h"
+#include "platform/UserDefaults.h"
+#include "views/DenyingNetworkAccess.h"
+#include "views/SystemAppearance.h"
+
+#include <QImage>
+#include <QQmlApplicationEngine>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <optional>
+
+class QQuickWindow;
+
+namespace vantrel::screenshots {
+
+/// The application's window over the view models it really has and services that answer from a
+/// script, brought into one named state. Thread: interface.
+class Scene final
+{
+public:
+    /// The names of all states, in the order of the screens.
+    [[nodiscard]] static QStringList states();
+
+    explicit Scene(AppAppearance appearance);
+    Scene(const Scene &) = delete;
+    Scene &operator=(const Scene &) = delete;
+    ~Scene();
+
+    /// The window in this state at this size; a null image when it could not be made. Call it once.
+    [[nodiscard]] QImage picture(const QString &state, QSize size);
+
+private:
+    struct State;
+
+    static const QList<State> &all();
+
+    void showPicker();
+    void showRefusal();
+    void showFileList();
+    void showFiles(SampleGitService::Listing listing);
+    void showLoadingFiles();
+    void showNotice();
+    void showFile(int row);
+    void showTokenStore(const SampleAIService::Reply &secondReply);
+    void showLoadedTokenStore();
+    void showGitErrorOfDiff();
+
+    /// Runs the event loop until `isReached`.
+    static void wait(const std::function<bool()> &isReached);
+    void waitForLines();
+
+    QTemporaryDir m_folder{};
+    UserDefaults m_defaults;
+    SettingsStore m_settings;
+    AppearanceController m_appearanceController;
+    SystemAppearance m_appearance;
+    NotificationCenter m_notificationCenter{};
+    SampleGitService m_git{};
+    GitWorker m_gitWorker;
+    SampleAIService m_ai{};
+    AIWorker m_aiWorker;
+    AppCoordinator m_coordinator{};
+    std::optional<KeychainAccessNotice> m_notice{};
+    std::optional<RootViewModel> m_rootViewModel{};
+    DenyingNetworkAccess m_networkAccess{};
+    std::optional<QQmlApplicationEngine> m_engine{};
+    QQuickWindow *m_window = nullptr; ///< Owned by the engine.
+};
+
+} // namespace vantrel::screenshots
