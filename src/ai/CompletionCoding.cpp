@@ -29,13 +29,21 @@ bool isDeltaChoice(const QJsonValue &choice)
     return delta.isObject() && (content.isUndefined() || content.isNull() || content.isString());
 }
 
+/// The text without halves of surrogate pairs, which an answer that was cut short may end in and
+/// which no strict server takes.
+QString validText(const QString &text)
+{
+    return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+}
+
 } // namespace
 
 QByteArray encodeRequest(const ChatCompletionRequest &request)
 {
     QJsonArray messages;
     for (const ChatMessagePayload &message : request.messages) {
-        messages.append(QJsonObject{{u"role"_s, message.role}, {u"content"_s, message.content}});
+        messages.append(
+            QJsonObject{{u"role"_s, message.role}, {u"content"_s, validText(message.content)}});
     }
     const QJsonObject body{
         {u"model"_s, request.model}, {u"messages"_s, messages}, {u"stream"_s, request.stream}};

@@ -137,15 +137,31 @@ Task<std::optional<QString>> OpenAICompatibleAIService::apiKey(AIProvider provid
 {
     const KeyCache::Lookup cached = m_cachedAPIKeys->find(provider);
     if (cached.key) {
+        m_keyReads.erase(provider); // The cache has the key now.
         co_return cached.key->isEmpty() ? std::nullopt : cached.key;
     }
+    // Requests that start together share one read, lest the person is asked once for each. The read
+    // goes on without them: what it asked the person for is not asked again.
+    const auto running = m_keyReads.find(provider);
+    const bool isShared = running != m_keyReads.end() && !running->second.job.value() &&
+                          running->second.generation == cached.generation;
+    if (!isShared) {
+        KeyRead read{SharedJob(readKey(provider, cached.generation)), cached.generation};
+        m_keyReads.insert_or_assign(provider, std::move(read));
+    }
+    auto key = m_keyReads.at(provider).job.result();
+    co_return co_await std::move(key);
+}
+
+Task<std::optional<QString>> OpenAICompatibleAIService::readKey(AIProvider provider, int generation)
+{
     const std::optional<QString> stored = co_await m_keychainStore.apiKey(provider);
     if (stored && !stored->trimmed().isEmpty()) {
-        m_cachedAPIKeys->store(provider, *stored, cached.generation);
+        m_cachedAPIKeys->store(provider, *stored, generation);
         co_return stored;
     }
     if (!requiresAPIKey(provider)) {
-        m_cachedAPIKeys->store(provider, QString(), cached.generation);
+        m_cachedAPIKeys->store(provider, QString(), generation);
     }
     co_return std::nullopt;
 }

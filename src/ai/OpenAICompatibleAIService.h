@@ -5,6 +5,7 @@
 #include "ai/config/AIProvider.h"
 #include "platform/NotificationCenter.h"
 #include "platform/http/HttpLoading.h"
+#include "platform/jobs/SharedJob.h"
 
 #include <QString>
 #include <QUrl>
@@ -65,7 +66,15 @@ public:
 private:
     class KeyCache;
 
+    /// A keychain read that several requests may wait for.
+    struct KeyRead
+    {
+        SharedJob<std::optional<QString>> job;
+        int generation = 0; ///< Of the configuration that it was begun for.
+    };
+
     Task<std::optional<QString>> apiKey(AIProvider provider);
+    Task<std::optional<QString>> readKey(AIProvider provider, int generation);
     Task<Result<HttpResponse, AIFailure>> send(QList<ChatMessagePayload> messages, bool stream);
 
     HttpLoading &m_session;
@@ -73,6 +82,7 @@ private:
     KeychainWorker &m_keychainStore;
     NotificationCenter &m_notificationCenter;
     std::shared_ptr<KeyCache> m_cachedAPIKeys;
+    std::map<AIProvider, KeyRead> m_keyReads; ///< The last of each provider.
     NotificationCenter::Token m_configChangeObserver;
 };
 

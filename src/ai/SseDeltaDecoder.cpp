@@ -62,6 +62,9 @@ QStringList SseDeltaDecoder::finish()
 
 void SseDeltaDecoder::takeLine(QByteArrayView line, QStringList &deltas)
 {
+    if (line.size() > maxLineBytes) {
+        return;
+    }
     if (line.endsWith('\r')) {
         line.chop(1);
     }

@@ -4,6 +4,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSet>
 
 namespace vantrel {
 
@@ -12,12 +13,14 @@ QStringList parseSuggestedQuestions(const QString &reply)
     const QString json = outermost(withoutCodeFence(reply), u'[', u']');
     const QJsonArray array = QJsonDocument::fromJson(json.toUtf8()).array();
     QStringList questions;
+    QSet<QString> seen;
     for (const QJsonValue &item : array) {
         if (!item.isString()) {
             return {};
         }
         const QString question = item.toString().trimmed();
-        if (!question.isEmpty() && !questions.contains(question)) {
+        if (!question.isEmpty() && !seen.contains(question)) {
+            seen.insert(question);
             questions.append(question);
         }
     }

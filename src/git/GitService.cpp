@@ -64,6 +64,9 @@ GitService::GitService(const ProcessRunning &runner, const FileReading &fileRead
 Result<QList<FileChange>, ProcessFailure> GitService::changedFiles(const QUrl &repositoryRoot,
                                                                    const ListingControl &control)
 {
+    if (isCancelled(control)) {
+        return QList<FileChange>();
+    }
     const auto status = git(
         {u"status"_s, u"--porcelain=v1"_s, u"-z"_s, u"--untracked-files=all"_s, u"--no-renames"_s},
         repositoryRoot);
@@ -77,13 +80,13 @@ Result<QList<FileChange>, ProcessFailure> GitService::changedFiles(const QUrl &r
         if (isCancelled(control)) {
             break;
         }
-        auto hunks = rawHunks(file, repositoryRoot);
-        if (!hunks) {
-            return failure(hunks.error());
+        auto found = hunks(file, repositoryRoot, control);
+        if (!found) {
+            return failure(found.error());
         }
-        file.additions = lineCount(*hunks, RawLineKind::addition);
-        file.deletions = lineCount(*hunks, RawLineKind::deletion);
-        file.hunks = std::move(*hunks);
+        file.additions = lineCount(*found, RawLineKind::addition);
+        file.deletions = lineCount(*found, RawLineKind::deletion);
+        file.hunks = std::move(*found);
         ++progress.finishedFiles;
         report(control, progress);
     }
@@ -93,10 +96,7 @@ Result<QList<FileChange>, ProcessFailure> GitService::changedFiles(const QUrl &r
 Result<QList<RawHunk>, ProcessFailure> GitService::rawHunks(const FileChange &file,
                                                             const QUrl &repositoryRoot)
 {
-    if (file.isUntracked) {
-        return untrackedHunks(file.path, repositoryRoot);
-    }
-    return trackedHunks(file.path, repositoryRoot);
+    return hunks(file, repositoryRoot, ListingControl());
 }
 
 Result<std::optional<QString>, ProcessFailure> GitService::currentBranch(const QUrl &repositoryRoot)
@@ -115,6 +115,16 @@ Result<TextSlice, ProcessFailure> GitService::git(const QStringList &arguments,
     return m_runner.run(u"git"_s, commonPrefix() + arguments, repositoryRoot);
 }
 
+Result<QList<RawHunk>, ProcessFailure> GitService::hunks(const FileChange &file,
+                                                         const QUrl &repositoryRoot,
+                                                         const ListingControl &control) const
+{
+    if (file.isUntracked) {
+        return untrackedHunks(file.path, repositoryRoot);
+    }
+    return trackedHunks(file.path, repositoryRoot, control);
+}
+
 QList<RawHunk> GitService::untrackedHunks(const QString &path, const QUrl &repositoryRoot) const
 {
     const QUrl file = QUrl::fromLocalFile(repositoryRoot.toLocalFile() + u'/' + path);
@@ -126,17 +136,24 @@ QList<RawHunk> GitService::untrackedHunks(const QString &path, const QUrl &repos
 }
 
 Result<QList<RawHunk>, ProcessFailure> GitService::trackedHunks(const QString &path,
-                                                                const QUrl &repositoryRoot) const
+                                                                const QUrl &repositoryRoot,
+                                                                const ListingControl &control) const
 {
     const auto combined =
         git({u"diff"_s, u"HEAD"_s, u"--no-renames"_s, u"--"_s, path}, repositoryRoot);
     if (combined) {
         return parseUnifiedDiff(*combined);
     }
+    if (isCancelled(control)) {
+        return QList<RawHunk>();
+    }
     // Without a first commit there is no HEAD to compare with.
     const auto unstaged = git({u"diff"_s, u"--no-renames"_s, u"--"_s, path}, repositoryRoot);
     if (!unstaged) {
         return failure(unstaged.error());
+    }
+    if (isCancelled(control)) {
+        return QList<RawHunk>();
     }
     const auto staged =
         git({u"diff"_s, u"--cached"_s, u"--no-renames"_s, u"--"_s, path}, repositoryRoot);

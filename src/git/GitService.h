@@ -34,10 +34,13 @@ public:
 private:
     [[nodiscard]] Result<TextSlice, ProcessFailure> git(const QStringList &arguments,
                                                         const QUrl &repositoryRoot) const;
+    [[nodiscard]] Result<QList<RawHunk>, ProcessFailure>
+    hunks(const FileChange &file, const QUrl &repositoryRoot, const ListingControl &control) const;
     [[nodiscard]] QList<RawHunk> untrackedHunks(const QString &path,
                                                 const QUrl &repositoryRoot) const;
     [[nodiscard]] Result<QList<RawHunk>, ProcessFailure>
-    trackedHunks(const QString &path, const QUrl &repositoryRoot) const;
+    trackedHunks(const QString &path, const QUrl &repositoryRoot,
+                 const ListingControl &control) const;
 
     const ProcessRunning &m_runner;
     const FileReading &m_fileReader;

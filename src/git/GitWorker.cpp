@@ -34,10 +34,13 @@ public:
 private:
     void deliver()
     {
-        m_isPosted.store(false);
-        if (m_call) {
-            m_call(ListingProgress{m_finished.load(std::memory_order_relaxed),
-                                   m_total.load(std::memory_order_relaxed)});
+        // An exchange, since it must see what was written before the mark that it takes away.
+        m_isPosted.exchange(false);
+        // A copy, since the call may destroy the task and so take the relay's own away.
+        const auto call = m_call;
+        if (call) {
+            call(ListingProgress{m_finished.load(std::memory_order_relaxed),
+                                 m_total.load(std::memory_order_relaxed)});
         }
     }
 

@@ -17,6 +17,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace vantrel {
 
@@ -144,6 +145,9 @@ void readToTheEnd(Output &first, Output &second)
             if (errno == EINTR) {
                 continue;
             }
+            // The child must find nobody to write to, or it would wait for a reader for ever.
+            first.pipe.readEnd.close();
+            second.pipe.readEnd.close();
             return;
         }
         if (ends[0].revents != 0) {
@@ -155,10 +159,15 @@ void readToTheEnd(Output &first, Output &second)
     }
 }
 
-std::int32_t waitForExit(pid_t child)
+/// Fails where the system keeps no status, which it does not while SIGCHLD is ignored: a status
+/// made up would let a failed command pass for a good one.
+Result<std::int32_t, PlatformError> waitForExit(pid_t child)
 {
     int status = 0;
-    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    while (::waitpid(child, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return failure(platformError(errno));
+        }
     }
     return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
 }
@@ -200,13 +209,16 @@ Result<TextSlice, ProcessFailure> ProcessRunner::run(const QString &command,
     output.pipe.writeEnd.close();
     errors.pipe.writeEnd.close();
     readToTheEnd(output, errors);
-    const std::int32_t status = waitForExit(child);
-
-    if (status != 0) {
+    const auto status = waitForExit(child);
+    if (!status) {
+        return failure(ProcessFailure(status.error()));
+    }
+    if (*status != 0) {
         ProcessRunnerError error;
-        error.status = status;
-        error.message =
-            errors.bytes.isValidUtf8() ? QString::fromUtf8(errors.bytes) : u"Unknown error"_s;
+        error.status = *status;
+        error.message = errors.bytes.isValidUtf8()
+                            ? TextSlice::fromUtf8(std::move(errors.bytes)).toString()
+                            : u"Unknown error"_s;
         return failure(ProcessFailure(error));
     }
     return output.bytes.isValidUtf8() ? TextSlice::fromUtf8(std::move(output.bytes)) : TextSlice();

@@ -35,19 +35,19 @@ QList<FileChange> parseStatusRecords(const TextSlice &output)
 {
     QList<FileChange> files;
     QSet<QString> paths;
-    QByteArrayView rest = output.utf8();
-    while (!rest.isEmpty()) {
-        const qsizetype end = rest.indexOf('\0');
-        const QByteArrayView record = end < 0 ? rest : rest.first(end);
-        rest = end < 0 ? QByteArrayView() : rest.sliced(end + 1);
-        if (record.size() < shortestRecord) {
-            continue;
+    const QByteArrayView text = output.utf8();
+    for (qsizetype begin = 0; begin < text.size();) {
+        const qsizetype found = text.indexOf('\0', begin);
+        const qsizetype end = found < 0 ? text.size() : found;
+        if (end - begin >= shortestRecord) {
+            const qsizetype pathBegin = begin + pathPosition;
+            const QString path = output.slice(pathBegin, end - pathBegin).toString();
+            if (!paths.contains(path)) {
+                paths.insert(path);
+                files.append(fileChange(text[begin], text[begin + 1], path));
+            }
         }
-        const QString path = QString::fromUtf8(record.sliced(pathPosition));
-        if (!paths.contains(path)) {
-            paths.insert(path);
-            files.append(fileChange(record[0], record[1], path));
-        }
+        begin = end + 1;
     }
     return files;
 }

@@ -22,7 +22,8 @@ struct HunkStarts
 /// when no line begins with "@@". The lines are slices of `diff`. One pass; thread: any.
 [[nodiscard]] QList<RawHunk> parseUnifiedDiff(const TextSlice &diff);
 
-/// The starts in a hunk's header line; a start that is missing or no decimal integer is 0.
+/// The starts in a hunk's header line; a start that is missing or not a run of
+/// digits that fits is 0.
 [[nodiscard]] HunkStarts parseHunkHeader(QByteArrayView header);
 
 /// The one hunk that shows an untracked file of this text as all added.

@@ -2,6 +2,8 @@
 
 #include "models/RowAligner.h"
 
+#include <utility>
+
 namespace vantrel {
 
 QList<Hunk> displayedHunks(const QList<RawHunk> &rawHunks)
@@ -13,7 +15,7 @@ QList<Hunk> displayedHunks(const QList<RawHunk> &rawHunks)
         hunk.index = hunks.size();
         hunk.header = raw.header;
         hunk.rows = alignRows(raw.oldStart, raw.newStart, raw.lines);
-        hunks.append(hunk);
+        hunks.append(std::move(hunk));
     }
     return hunks;
 }

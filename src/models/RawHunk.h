@@ -19,6 +19,8 @@ struct RawDiffLine
     bool operator==(const RawDiffLine &) const = default;
 };
 
+static_assert(sizeof(RawDiffLine) <= 32, "a listing holds one for every changed line");
+
 /// One hunk as parsed from git's unified diff text.
 struct RawHunk
 {

@@ -18,10 +18,20 @@ namespace vantrel {
 
 namespace {
 
-DiffLine cell(std::int64_t number, const TextSlice &text, DiffLineKind kind)
+/// Counts the line numbers of one side. An absurd start in a header may pass the largest number,
+/// which has to be harmless.
+class LineNumbers
 {
-    return DiffLine{number, text, kind};
-}
+public:
+    explicit LineNumbers(std::int64_t start)
+        : m_next(std::uint64_t(start))
+    {}
+
+    std::int64_t next() { return std::int64_t(m_next++); }
+
+private:
+    std::uint64_t m_next;
+};
 
 DiffLine filler()
 {
@@ -43,33 +53,38 @@ QList<DiffRow> alignRows(std::int64_t oldStart, std::int64_t newStart,
                          const QList<RawDiffLine> &lines)
 {
     QList<DiffRow> rows;
-    std::int64_t oldNumber = oldStart;
-    std::int64_t newNumber = newStart;
+    rows.reserve(lines.size()); // Every row shows at least one line.
+    LineNumbers oldNumbers(oldStart);
+    LineNumbers newNumbers(newStart);
     for (qsizetype position = 0; position < lines.size();) {
         const RawDiffLine &line = lines[position];
         if (line.kind == RawLineKind::context) {
-            rows.append(DiffRow{rows.size(), cell(oldNumber++, line.text, DiffLineKind::context),
-                                cell(newNumber++, line.text, DiffLineKind::context)});
+            rows.append(DiffRow{rows.size(),
+                                DiffLine{oldNumbers.next(), line.text, DiffLineKind::context},
+                                DiffLine{newNumbers.next(), line.text, DiffLineKind::context}});
             ++position;
             continue;
         }
-        const qsizetype deletions = position;
-        const qsizetype additions = runEnd(lines, deletions, RawLineKind::deletion);
+        const qsizetype additions = runEnd(lines, position, RawLineKind::deletion);
         const qsizetype end = runEnd(lines, additions, RawLineKind::addition);
-        const qsizetype height = std::max(additions - deletions, end - additions);
+        const qsizetype height = std::max(additions - position, end - additions);
         for (qsizetype i = 0; i < height; ++i) {
-            DiffRow row{rows.size(), filler(), filler()};
-            if (deletions + i < additions) {
-                row.left = cell(oldNumber++, lines[deletions + i].text, DiffLineKind::deletion);
-            }
-            if (additions + i < end) {
-                row.right = cell(newNumber++, lines[additions + i].text, DiffLineKind::addition);
-            }
-            rows.append(row);
+            const qsizetype left = position + i;
+            const qsizetype right = additions + i;
+            rows.append(DiffRow{
+                rows.size(),
+                left < additions
+                    ? DiffLine{oldNumbers.next(), lines[left].text, DiffLineKind::deletion}
+                    : filler(),
+                right < end ? DiffLine{newNumbers.next(), lines[right].text, DiffLineKind::addition}
+                            : filler()});
         }
         position = end;
     }
-    rows.squeeze();
+    // Paired lines leave room unused. Giving back a little would cost more than it holds.
+    if (rows.size() < lines.size() / 4 * 3) {
+        rows.squeeze();
+    }
     return rows;
 }
 

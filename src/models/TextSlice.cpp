@@ -20,14 +20,31 @@ TextSlice TextSlice::fromString(QStringView text)
     return fromUtf8(text.toUtf8());
 }
 
-TextSlice TextSlice::slice(qsizetype position, qsizetype length) const
+QString TextSlice::toString() const
 {
-    Q_ASSERT(position >= 0 && length >= 0 && position + length <= m_size);
-    TextSlice part;
-    part.m_buffer = m_buffer;
-    part.m_data = m_data + position;
-    part.m_size = length;
-    return part;
+    // Qt takes a byte order mark at the start for a sign of the encoding and drops it; here it is
+    // the first character of somebody's file.
+    constexpr char byteOrderMark[] = "\xef\xbb\xbf";
+    if (utf8().startsWith(byteOrderMark)) {
+        return QChar(QChar::ByteOrderMark) + QString::fromUtf8(utf8().sliced(3));
+    }
+    return QString::fromUtf8(m_data, m_size);
+}
+
+TextSliceCutter::~TextSliceCutter()
+{
+    if (m_whole.m_buffer) {
+        m_whole.m_buffer->ref.fetchAndSubRelaxed(m_counted); // `m_whole` keeps one.
+    }
+}
+
+void TextSliceCutter::countBatch()
+{
+    constexpr int batch = 256;
+    m_counted = batch;
+    if (m_whole.m_buffer) {
+        m_whole.m_buffer->ref.fetchAndAddRelaxed(batch);
+    }
 }
 
 } // namespace vantrel

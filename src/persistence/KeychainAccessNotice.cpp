@@ -16,7 +16,6 @@ const QString acknowledgementKey = QStringLiteral("keychainAccessNotice.hasAckno
 KeychainAccessNotice::KeychainAccessNotice(UserDefaults &defaults, QObject *parent)
     : QObject(parent)
     , m_defaults(defaults)
-    , m_hasAcknowledged(defaults.boolean(acknowledgementKey) == true)
 {}
 
 void KeychainAccessNotice::setIsShowingNotice(bool isShowing)
@@ -35,6 +34,8 @@ void KeychainAccessNotice::setIsShowingNotice(bool isShowing)
 Task<> KeychainAccessNotice::showIfNeededAndWait()
 {
     VANTREL_ASSERT_UI_THREAD();
+    // Read again until it is there: another window of the application may have been acknowledged.
+    m_hasAcknowledged = m_hasAcknowledged || m_defaults.boolean(acknowledgementKey) == true;
     if (m_hasAcknowledged) {
         co_return;
     }

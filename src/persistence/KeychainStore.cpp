@@ -1,5 +1,7 @@
 #include "persistence/KeychainStore.h"
 
+#include <QStringDecoder>
+
 #include <utility>
 
 namespace vantrel {
@@ -26,7 +28,9 @@ std::optional<QString> KeychainStore::apiKey(AIProvider provider)
     if (match.status != secretStatus::success || !match.secret.isValidUtf8()) {
         return std::nullopt;
     }
-    return QString::fromUtf8(match.secret);
+    // A plain conversion drops a byte order mark, and a key is to come back as it was stored.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return QString(decode(match.secret));
 }
 
 Result<void, KeychainError> KeychainStore::saveAPIKey(const QString &key, AIProvider provider)

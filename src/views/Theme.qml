@@ -2,7 +2,8 @@ pragma Singleton
 
 import QtQuick
 
-/// Every colour, size, font and duration of the interface, by meaning.
+/// Every colour, size, font and duration of the interface, by meaning. No name begins with "on", which
+/// QML would take for a signal handler.
 QtObject {
     id: root
 

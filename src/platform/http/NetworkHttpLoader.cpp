@@ -4,14 +4,13 @@
 #include "platform/jobs/WaiterList.h"
 
 #include <QHostAddress>
+#include <QIODevice>
 #include <QNetworkAccessManager>
 #include <QNetworkProxyFactory>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QSslError>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 #include <variant>
@@ -25,43 +24,99 @@ namespace {
 /// What a slow reader of a fast body keeps in memory at most; beyond it the server has to wait.
 constexpr qint64 readBufferBytes = 1 << 20;
 
-class ProxyFactory final : public QNetworkProxyFactory
+/// Hands out proxies that are known already.
+class KnownProxies final : public QNetworkProxyFactory
 {
 public:
-    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &query) override
-    {
-        const QString host = query.peerHostName();
-        if (host == "localhost"_L1 || QHostAddress(host).isLoopback()) {
-            return {QNetworkProxy(QNetworkProxy::NoProxy)};
-        }
-        return systemProxyForQuery(query);
-    }
+    explicit KnownProxies(QList<QNetworkProxy> proxies)
+        : m_proxies(std::move(proxies))
+    {}
+
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &) override { return m_proxies; }
+
+private:
+    QList<QNetworkProxy> m_proxies{};
 };
 
+bool isThisMachine(const QUrl &url)
+{
+    return url.host() == "localhost"_L1 || QHostAddress(url.host()).isLoopback();
+}
+
+/// The body of a request, which can be read but once, so that the request can be sent but once. Qt
+/// by itself sends it again, up to three times, when its connection closes before the answer, and
+/// even behind an answer that ends with its connection. A request that costs money, or whose code
+/// is good for one use, must not be repeated.
+class OnceReadableBody final : public QIODevice
+{
+public:
+    OnceReadableBody(QByteArray bytes, QObject *parent)
+        : QIODevice(parent)
+        , m_bytes(std::move(bytes))
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] qint64 size() const override { return m_bytes.size(); }
+    bool reset() override { return false; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        const qint64 count = std::min(maxSize, m_bytes.size() - pos());
+        std::copy_n(m_bytes.cbegin() + pos(), count, data);
+        return count;
+    }
+    qint64 writeData(const char *, qint64) override { return -1; }
+
+private:
+    QByteArray m_bytes{};
+};
+
+/// Whether Qt reports no more with this error than that the answer has this status.
+bool isErrorOfStatus(QNetworkReply::NetworkError error, int status)
+{
+    constexpr int firstErrorStatus = 400;
+    const bool isContentError =
+        error >= QNetworkReply::ContentAccessDenied && error < QNetworkReply::ProtocolUnknownError;
+    return status >= firstErrorStatus &&
+           (isContentError || error >= QNetworkReply::InternalServerError ||
+            error == QNetworkReply::ProtocolInvalidOperationError ||
+            error == QNetworkReply::ProxyAuthenticationRequiredError);
+}
+
+/// Begins a request; `network` owns everything.
+QNetworkReply *send(QNetworkAccessManager &network, const QNetworkRequest &head,
+                    const HttpRequest &request)
+{
+    auto *const body = new OnceReadableBody(request.body, &network);
+    return network.sendCustomRequest(head, request.method, body);
+}
+
 /// A running request. Destroying it closes its connection.
+///
+/// It has a network manager of its own: the manager's pool would otherwise keep a connection that
+/// was still being made, or that the server leaves open, beyond the request that it was made for.
 class Reply
 {
 public:
-    explicit Reply(QNetworkReply *reply)
-        : m_reply(reply)
+    Reply(const QNetworkRequest &head, const HttpRequest &request, QList<QNetworkProxy> proxies)
     {
+        m_network.setProxyFactory(new KnownProxies(std::move(proxies))); // The manager owns it.
+        m_reply = send(m_network, head, request);
+        // Qt forgets a limit that is set before it has begun to send, which it does in its own
+        // time.
+        QObject::connect(m_reply, &QNetworkReply::metaDataChanged,
+                         [this] { m_reply->setReadBufferSize(readBufferBytes); });
         const auto wake = [this] { m_changed.wakeAll(); };
-        m_connections = {
-            QObject::connect(reply, &QNetworkReply::metaDataChanged, wake),
-            QObject::connect(reply, &QNetworkReply::readyRead, wake),
-            QObject::connect(reply, &QNetworkReply::finished, wake),
-        };
+        QObject::connect(m_reply, &QNetworkReply::uploadProgress, wake);
+        QObject::connect(m_reply, &QNetworkReply::metaDataChanged, wake);
+        QObject::connect(m_reply, &QNetworkReply::readyRead, wake);
+        QObject::connect(m_reply, &QNetworkReply::finished, wake);
     }
     Reply(const Reply &) = delete;
     Reply &operator=(const Reply &) = delete;
-    ~Reply()
-    {
-        for (const QMetaObject::Connection &connection : m_connections) {
-            QObject::disconnect(connection);
-        }
-        m_reply->abort();
-        m_reply->deleteLater();
-    }
+    ~Reply() { m_reply->disconnect(); }
 
     [[nodiscard]] std::optional<int> status() const
     {
@@ -69,19 +124,21 @@ public:
         return status.isValid() ? std::optional(status.toInt()) : std::nullopt;
     }
     [[nodiscard]] bool isFinished() const { return m_reply->isFinished(); }
-    [[nodiscard]] bool hasBytes() const { return m_reply->bytesAvailable() > 0; }
     [[nodiscard]] QByteArray takeBytes() { return m_reply->readAll(); }
 
     /// Why the connection failed. A status of 400 and above is an answer, not a failure.
     [[nodiscard]] std::optional<PlatformError> transportFailure() const
     {
         const QNetworkReply::NetworkError error = m_reply->error();
-        const bool isTransport = error != QNetworkReply::NoError &&
-                                 (error < QNetworkReply::ContentAccessDenied ||
-                                  error == QNetworkReply::ProtocolUnknownError ||
-                                  error == QNetworkReply::ProtocolInvalidOperationError ||
-                                  error == QNetworkReply::ProtocolFailure);
-        return isTransport ? std::optional(PlatformError{m_reply->errorString()}) : std::nullopt;
+        if (error == QNetworkReply::ContentReSendError) {
+            return isAnsweredWithoutResending()
+                       ? std::nullopt
+                       : std::optional(PlatformError{u"Connection closed"_s});
+        }
+        if (error == QNetworkReply::NoError || isErrorOfStatus(error, status().value_or(-1))) {
+            return std::nullopt;
+        }
+        return PlatformError{m_reply->errorString()};
     }
 
     Task<std::monostate> changed()
@@ -91,9 +148,19 @@ public:
     }
 
 private:
-    QNetworkReply *m_reply;
+    /// Whether Qt wanted to send the request again without need: it rewinds the body for a redirect
+    /// that it does not follow, and takes a close that ends a body for a connection that was lost.
+    [[nodiscard]] bool isAnsweredWithoutResending() const
+    {
+        constexpr int firstRedirect = 300;
+        const bool endsWithConnection =
+            !m_reply->hasRawHeader("Content-Length") && !m_reply->hasRawHeader("Transfer-Encoding");
+        return status() && (endsWithConnection || *status() >= firstRedirect);
+    }
+
     WaiterList m_changed;
-    std::array<QMetaObject::Connection, 3> m_connections;
+    QNetworkAccessManager m_network;
+    QNetworkReply *m_reply = nullptr; ///< The manager owns it.
 };
 
 Task<std::monostate> silence(Clock *clock, std::chrono::milliseconds timeout)
@@ -118,19 +185,21 @@ PlatformError timedOut()
 HttpBody readBody(std::shared_ptr<Reply> reply, Clock *clock, std::chrono::milliseconds timeout)
 {
     for (;;) {
-        while (!reply->hasBytes() && !reply->isFinished()) {
+        QByteArray bytes = reply->takeBytes();
+        if (!bytes.isEmpty()) {
+            HttpBody::Item item = std::move(bytes);
+            co_yield std::move(item);
+        } else if (reply->isFinished()) {
+            break;
+        } else {
             const bool isAlive = co_await hasNews(reply, clock, timeout);
             if (!isAlive) {
+                reply.reset();
                 HttpBody::Item silenceError = failure(timedOut());
                 co_yield std::move(silenceError);
                 co_return;
             }
         }
-        if (!reply->hasBytes()) {
-            break;
-        }
-        HttpBody::Item bytes = reply->takeBytes();
-        co_yield std::move(bytes);
     }
     if (const auto error = reply->transportFailure()) {
         HttpBody::Item lost = failure(*error);
@@ -149,12 +218,8 @@ bool hasControlCharacter(const QByteArray &text)
 
 NetworkHttpLoader::NetworkHttpLoader(Clock &clock)
     : m_clock(clock)
-    , m_network(std::make_unique<QNetworkAccessManager>())
-{
-    m_network->setProxyFactory(new ProxyFactory); // The manager owns it.
-}
-
-NetworkHttpLoader::~NetworkHttpLoader() = default;
+    , m_proxyWorker(SerialWorker::AtEnd::leave)
+{}
 
 Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest request)
 {
@@ -167,6 +232,10 @@ Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest re
                                 QNetworkRequest::Manual);
     networkRequest.setAttribute(QNetworkRequest::AuthenticationReuseAttribute,
                                 QNetworkRequest::Manual);
+    // Over HTTP/2 a slow reader would not hold the server back.
+    networkRequest.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    // No later request can use the connection.
+    networkRequest.setRawHeader("Connection", "close");
     networkRequest.setRawHeader("User-Agent", "Vantrel/" VANTREL_VERSION);
     for (const auto &[name, value] : std::as_const(request.headers)) {
         if (hasControlCharacter(name) || hasControlCharacter(value)) {
@@ -176,10 +245,23 @@ Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest re
         networkRequest.setRawHeader(name, value);
     }
 
-    QNetworkReply *const networkReply =
-        m_network->sendCustomRequest(networkRequest, request.method, request.body);
-    networkReply->setReadBufferSize(readBufferBytes);
-    const auto reply = std::make_shared<Reply>(networkReply);
+    QList<QNetworkProxy> proxies{QNetworkProxy(QNetworkProxy::NoProxy)};
+    if (!isThisMachine(request.url)) {
+        // The system may have to read its settings or even load a script to tell the proxy.
+        auto lookUp = [url = request.url](const WorkControl &) {
+            return QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(url));
+        };
+        auto answer = m_proxyWorker.run(std::move(lookUp));
+        auto race = firstOf(std::move(answer), silence(&m_clock, request.timeout));
+        auto first = co_await race;
+        auto *const found = std::get_if<0>(&first);
+        if (found == nullptr) {
+            co_return failure(timedOut());
+        }
+        proxies = std::move(*found);
+    }
+
+    const auto reply = std::make_shared<Reply>(networkRequest, request, proxies);
     while (!reply->status() && !reply->isFinished()) {
         const bool isAlive = co_await hasNews(reply, &m_clock, request.timeout);
         if (!isAlive) {

@@ -2,28 +2,25 @@
 
 #include "platform/http/HttpLoading.h"
 #include "platform/jobs/Clock.h"
-
-#include <memory>
-
-class QNetworkAccessManager;
+#include "platform/jobs/SerialWorker.h"
 
 namespace vantrel {
 
-/// HTTP over Qt's network stack: no cookies, no cache, no redirects, a User-Agent of its own, and
-/// no proxy for this machine's own addresses. A header with control characters is refused, since it
-/// could smuggle in another header. Thread: interface.
+/// HTTP/1.1 over Qt's network stack: no cookies, no cache, no redirects, one connection and one
+/// sending for each request, a User-Agent of its own, and no proxy for this
+/// machine's own addresses. A header with control characters is refused, since it could smuggle in
+/// another header. Thread: interface.
 class NetworkHttpLoader final : public HttpLoading
 {
 public:
-    /// `clock` measures a server's silence and must outlive the loader.
+    /// `clock` measures a server's silence and must outlive the loader and every body.
     explicit NetworkHttpLoader(Clock &clock);
-    ~NetworkHttpLoader() override;
 
     Task<Result<HttpResponse, PlatformError>> load(HttpRequest request) override;
 
 private:
     Clock &m_clock;
-    std::unique_ptr<QNetworkAccessManager> m_network;
+    SerialWorker m_proxyWorker; ///< Asks the system for proxies.
 };
 
 } // namespace vantrel
