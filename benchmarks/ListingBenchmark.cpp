@@ -1,6 +1,6 @@
 // Listing a repository, beside a bare loop that starts the same git processes in turn and throws
-// their output away: what is more than that is ours. One row is one round of both, in turns which
-// of them is first, so that a busy machine weighs on both alike.
+// their output away: what is more than that is ours. The two take turns command by command, since
+// on a busy machine nothing that lies seconds apart can be compared.
 
 #include "git/FileSystemReader.h"
 #include "git/GitEnvironment.h"
@@ -16,6 +16,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -64,116 +65,160 @@ std::unique_ptr<test::TemporaryRepository> makeRepository(std::int64_t tracked,
     return repository;
 }
 
-/// The commands that a listing of `files` runs, ready for the system.
-class Commands
+/// The bare way to run a command: nothing is read, nothing is kept.
+class BareSpawn
 {
 public:
-    explicit Commands(const QList<FileChange> &files)
+    explicit BareSpawn(const QString &folder)
     {
-        add({"status", "--porcelain=v1", "-z", "--untracked-files=all", "--no-renames"});
-        for (const FileChange &file : files) {
-            if (!file.isUntracked) {
-                add({"diff", "HEAD", "--no-renames", "--", file.path.toUtf8()});
-            }
-        }
+        ::posix_spawn_file_actions_init(&m_actions);
+        ::posix_spawn_file_actions_addopen(&m_actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        ::posix_spawn_file_actions_addopen(&m_actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        ::posix_spawn_file_actions_addchdir_np(&m_actions, QFile::encodeName(folder).constData());
     }
+    BareSpawn(const BareSpawn &) = delete;
+    BareSpawn &operator=(const BareSpawn &) = delete;
+    ~BareSpawn() { ::posix_spawn_file_actions_destroy(&m_actions); }
 
-    [[nodiscard]] std::vector<std::vector<char *>> argumentVectors()
+    /// False when the command could not be run or failed. `words` ends in a null pointer.
+    [[nodiscard]] bool run(const std::vector<char *> &words) const
     {
-        std::vector<std::vector<char *>> vectors;
-        for (std::vector<QByteArray> &command : m_commands) {
-            std::vector<char *> &words = vectors.emplace_back();
-            for (QByteArray &word : command) {
-                words.push_back(word.data());
-            }
-            words.push_back(nullptr);
-        }
-        return vectors;
+        pid_t child = 0;
+        int status = -1;
+        return ::posix_spawn(&child, words.front(), &m_actions, nullptr, words.data(), environ) ==
+                   0 &&
+               ::waitpid(child, &status, 0) == child && status == 0;
     }
 
 private:
-    void add(std::initializer_list<QByteArray> arguments)
-    {
-        std::vector<QByteArray> &words = m_commands.emplace_back(
-            std::vector<QByteArray>{"/usr/bin/env", "git", "-c", "core.fsmonitor=", "-c",
-                                    "core.pager=cat", "--no-optional-locks"});
-        words.insert(words.end(), arguments);
-    }
-
-    std::vector<std::vector<QByteArray>> m_commands{};
+    posix_spawn_file_actions_t m_actions{};
 };
 
-/// The bare loop. False when a command could not be run or failed.
-bool runAll(const std::vector<std::vector<char *>> &commands, const char *folder)
+using Seconds = std::chrono::duration<double>;
+
+/// The processor time of this process and of the children that it waited for. Other programs on the
+/// machine have little to say in it, unlike in the time that passes.
+Seconds processorTime()
 {
-    posix_spawn_file_actions_t actions{};
-    ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    ::posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    ::posix_spawn_file_actions_addchdir_np(&actions, folder);
-    bool isGood = true;
-    for (const std::vector<char *> &command : commands) {
-        pid_t child = 0;
-        int status = -1;
-        isGood = ::posix_spawn(&child, command.front(), &actions, nullptr, command.data(),
-                               environ) == 0 &&
-                 ::waitpid(child, &status, 0) == child && status == 0 && isGood;
+    Seconds sum{};
+    for (const int who : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+        rusage usage{};
+        ::getrusage(who, &usage);
+        for (const timeval &time : {usage.ru_utime, usage.ru_stime}) {
+            sum += std::chrono::seconds(time.tv_sec) + std::chrono::microseconds(time.tv_usec);
+        }
     }
-    ::posix_spawn_file_actions_destroy(&actions);
-    return isGood;
+    return sum;
 }
 
+/// What something took.
+struct Cost
+{
+    Seconds elapsed{};
+    Seconds processor{};
+
+    Cost &operator+=(const Cost &other)
+    {
+        elapsed += other.elapsed;
+        processor += other.processor;
+        return *this;
+    }
+    Cost &operator-=(const Cost &other)
+    {
+        elapsed -= other.elapsed;
+        processor -= other.processor;
+        return *this;
+    }
+};
+
 template<typename Action>
-double secondsOf(Action action)
+Cost costOf(Action action)
 {
     const auto begin = Clock::now();
+    const Seconds processorBefore = processorTime();
     action();
-    return std::chrono::duration<double>(Clock::now() - begin).count();
+    return {Clock::now() - begin, processorTime() - processorBefore};
 }
+
+/// The real runner, which also runs each command the bare way, before or after in turns.
+class ComparingRunner final : public ProcessRunning
+{
+public:
+    explicit ComparingRunner(const QString &folder)
+        : m_bare(folder)
+    {}
+
+    [[nodiscard]] Result<TextSlice, ProcessFailure>
+    run(const QString &command, const QStringList &arguments, const QUrl &directory) const override
+    {
+        m_isBareFirst = !m_isBareFirst;
+        if (m_isBareFirst) {
+            runBare(command, arguments);
+        }
+        auto output = m_runner.run(command, arguments, directory);
+        if (!m_isBareFirst) {
+            runBare(command, arguments);
+        }
+        return output;
+    }
+
+    [[nodiscard]] bool hasFailed() const { return m_hasFailed; }
+    [[nodiscard]] const Cost &bareCost() const { return m_bareCost; }
+
+    /// What the comparison took, with the bare commands.
+    [[nodiscard]] const Cost &comparisonCost() const { return m_comparisonCost; }
+
+private:
+    void runBare(const QString &command, const QStringList &arguments) const
+    {
+        m_comparisonCost += costOf([&] {
+            std::vector<QByteArray> words{"/usr/bin/env", command.toUtf8()};
+            for (const QString &argument : arguments) {
+                words.push_back(argument.toUtf8());
+            }
+            std::vector<char *> pointers;
+            for (QByteArray &word : words) {
+                pointers.push_back(word.data());
+            }
+            pointers.push_back(nullptr);
+            m_bareCost += costOf([&] { m_hasFailed = !m_bare.run(pointers) || m_hasFailed; });
+        });
+    }
+
+    ProcessRunner m_runner;
+    BareSpawn m_bare;
+    mutable Cost m_bareCost{};
+    mutable Cost m_comparisonCost{};
+    mutable bool m_isBareFirst = false;
+    mutable bool m_hasFailed = false;
+};
 
 void BM_ChangedFiles(benchmark::State &state)
 {
     static const auto repository = makeRepository(state.range(0), state.range(1));
-    static int round = 0;
-    static QList<FileChange> expected;
-    const ProcessRunner runner;
     const FileSystemReader reader;
-    GitService service(runner, reader);
-    const QUrl root = repository->root();
-    const QByteArray folder = QFile::encodeName(repository->path());
-    if (expected.isEmpty()) {
-        expected = service.changedFiles(root, ListingControl()).value_or(QList<FileChange>());
-    }
-    if (expected.size() != state.range(0) + state.range(1)) {
-        state.SkipWithError("the listing failed");
-        return;
-    }
-    Commands commands(expected);
-    const auto vectors = commands.argumentVectors();
-    double listing = 0;
-    double bare = 0;
+    Cost listing{};
+    Cost bare{};
 
     for (auto _ : state) {
-        const auto runBare = [&] {
-            if (!runAll(vectors, folder.constData())) {
-                state.SkipWithError("the bare loop failed");
-            }
-        };
-        const auto runListing = [&] {
-            auto files = service.changedFiles(root, ListingControl());
-            benchmark::DoNotOptimize(files);
-        };
-        if (++round % 2 == 0) {
-            listing = secondsOf(runListing);
-            bare = secondsOf(runBare);
-        } else {
-            bare = secondsOf(runBare);
-            listing = secondsOf(runListing);
+        const ComparingRunner runner(repository->path());
+        GitService service(runner, reader);
+        qsizetype fileCount = 0;
+        listing = costOf([&] {
+            const auto files = service.changedFiles(repository->root(), ListingControl());
+            fileCount = files ? files->size() : 0;
+        });
+        if (fileCount != state.range(0) + state.range(1) || runner.hasFailed()) {
+            state.SkipWithError("a command failed");
+            break;
         }
-        state.SetIterationTime(listing);
+        bare = runner.bareCost();
+        listing -= runner.comparisonCost();
+        state.SetIterationTime(listing.elapsed.count());
     }
-    state.counters["bare_seconds"] = bare;
-    state.counters["ratio_to_bare"] = listing / bare;
+    state.counters["bare_seconds"] = bare.elapsed.count();
+    state.counters["ratio_to_bare"] = listing.elapsed / bare.elapsed;
+    state.counters["processor_ratio_to_bare"] = listing.processor / bare.processor;
 }
 BENCHMARK(BM_ChangedFiles)
     ->Args({1'000, 1'000})

@@ -69,7 +69,9 @@ Request readArguments(const QStringList &arguments)
         return {{}, usageError};
     }
     if (parser.isSet(help)) {
-        std::fputs(qPrintable(parser.helpText()), stdout);
+        // The parser takes the name from an application, which is not made yet.
+        const QString text = parser.helpText().replace(u"<executable_name>"_s, u"vantrel"_s);
+        std::fputs(qPrintable(text), stdout);
         return {{}, 0};
     }
     if (parser.isSet(version)) {

@@ -4,7 +4,7 @@
 
 #include <charconv>
 #include <cstring>
-#include <utility>
+#include <iterator>
 
 namespace vantrel {
 
@@ -39,12 +39,15 @@ std::int64_t startOf(QByteArrayView range)
     return isNumber ? start : 0;
 }
 
-/// Moves the finished hunk into the list. A listing holds its lines for long, so they keep no room
-/// to grow.
-void close(QList<RawHunk> &hunks, RawHunk &hunk)
+/// A list of exactly these lines, which are moved out; `lines` is empty again and keeps its room. A
+/// listing holds its lines for long, so they keep no room to grow, and the next hunk grows into the
+/// room of the last one.
+QList<RawDiffLine> takeLines(QList<RawDiffLine> &lines)
 {
-    hunk.lines.squeeze();
-    hunks.append(std::exchange(hunk, {}));
+    QList<RawDiffLine> taken(std::make_move_iterator(lines.begin()),
+                             std::make_move_iterator(lines.end()));
+    lines.clear();
+    return taken;
 }
 
 } // namespace
@@ -52,31 +55,29 @@ void close(QList<RawHunk> &hunks, RawHunk &hunk)
 QList<RawHunk> parseUnifiedDiff(const TextSlice &diff)
 {
     const QByteArrayView text = diff.utf8();
+    TextSliceCutter cutter(diff);
     QList<RawHunk> hunks;
-    RawHunk hunk;
-    bool isOpen = false;
+    QList<RawDiffLine> lines; // Of the last hunk.
     for (qsizetype position = 0; position < text.size();) {
         const qsizetype end = lineEnd(text, position);
         const char first = text[position];
         if (first == '@' && end - position >= markerLength && text[position + 1] == '@') {
-            if (isOpen) {
-                close(hunks, hunk);
+            if (!hunks.isEmpty()) {
+                hunks.last().lines = takeLines(lines);
             }
-            isOpen = true;
-            hunk.header = diff.slice(position, end - position);
-            const HunkStarts starts = parseHunkHeader(hunk.header.utf8());
-            hunk.oldStart = starts.oldStart;
-            hunk.newStart = starts.newStart;
-        } else if (isOpen && (first == '+' || first == '-' || first == ' ')) {
+            const HunkStarts starts = parseHunkHeader(text.sliced(position, end - position));
+            hunks.append(RawHunk{
+                cutter.cut(position, end - position), starts.oldStart, starts.newStart, {}});
+        } else if (!hunks.isEmpty() && (first == '+' || first == '-' || first == ' ')) {
             const RawLineKind kind = first == '+'   ? RawLineKind::addition
                                      : first == '-' ? RawLineKind::deletion
                                                     : RawLineKind::context;
-            hunk.lines.append(RawDiffLine{kind, diff.slice(position + 1, end - position - 1)});
+            lines.append(RawDiffLine{kind, cutter.cut(position + 1, end - position - 1)});
         }
         position = end + 1;
     }
-    if (isOpen) {
-        close(hunks, hunk);
+    if (!hunks.isEmpty()) {
+        hunks.last().lines = takeLines(lines);
     }
     hunks.squeeze();
     return hunks;
@@ -113,9 +114,10 @@ RawHunk untrackedHunk(const TextSlice &text)
     const QByteArrayView bytes = text.utf8();
     RawHunk hunk;
     hunk.newStart = 1;
+    TextSliceCutter cutter(text);
     for (qsizetype position = 0; position <= bytes.size();) {
         const qsizetype end = lineEnd(bytes, position);
-        hunk.lines.append(RawDiffLine{RawLineKind::addition, text.slice(position, end - position)});
+        hunk.lines.append(RawDiffLine{RawLineKind::addition, cutter.cut(position, end - position)});
         position = end + 1;
     }
     hunk.lines.squeeze();

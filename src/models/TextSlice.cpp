@@ -31,4 +31,20 @@ QString TextSlice::toString() const
     return QString::fromUtf8(m_data, m_size);
 }
 
+TextSliceCutter::~TextSliceCutter()
+{
+    if (m_whole.m_buffer) {
+        m_whole.m_buffer->ref.fetchAndSubRelaxed(m_counted); // `m_whole` keeps one.
+    }
+}
+
+void TextSliceCutter::countBatch()
+{
+    constexpr int batch = 256;
+    m_counted = batch;
+    if (m_whole.m_buffer) {
+        m_whole.m_buffer->ref.fetchAndAddRelaxed(batch);
+    }
+}
+
 } // namespace vantrel

@@ -6,6 +6,8 @@
 #include <QSharedData>
 #include <QString>
 
+#include <utility>
+
 namespace vantrel {
 
 /// An immutable piece of one shared buffer of valid UTF-8: a line of a diff, a header. Copying
@@ -44,6 +46,8 @@ public:
     }
 
 private:
+    friend class TextSliceCutter;
+
     struct Buffer : QSharedData
     {
         QByteArray bytes{};
@@ -52,6 +56,41 @@ private:
     QExplicitlySharedDataPointer<const Buffer> m_buffer{};
     const char *m_data = nullptr;
     qsizetype m_size = 0;
+};
+
+/// Cuts many parts out of one slice. Counting references one by one would be the dearest step of
+/// reading a line, so they are counted in batches; what a batch leaves over is given back.
+class TextSliceCutter
+{
+public:
+    explicit TextSliceCutter(TextSlice whole)
+        : m_whole(std::move(whole))
+    {}
+    Q_DISABLE_COPY_MOVE(TextSliceCutter)
+    ~TextSliceCutter();
+
+    /// The same part as `slice` gives.
+    [[nodiscard]] TextSlice cut(qsizetype position, qsizetype length)
+    {
+        Q_ASSERT(position >= 0 && length >= 0 && position <= m_whole.m_size - length);
+        if (m_counted == 0) {
+            countBatch();
+        }
+        --m_counted;
+        TextSlice part;
+        part.m_buffer = Reference(m_whole.m_buffer.data(), QAdoptSharedDataTag());
+        part.m_data = m_whole.m_data + position;
+        part.m_size = length;
+        return part;
+    }
+
+private:
+    using Reference = QExplicitlySharedDataPointer<const TextSlice::Buffer>;
+
+    void countBatch();
+
+    TextSlice m_whole;
+    int m_counted = 0; ///< References that are counted already and that no part holds yet.
 };
 
 } // namespace vantrel

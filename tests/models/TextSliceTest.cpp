@@ -2,6 +2,7 @@
 #include "RecordMakers.h"
 
 #include <QHash>
+#include <QList>
 
 #include <gtest/gtest.h>
 
@@ -98,6 +99,37 @@ TEST(TextSlice, ANullCharacterIsText)
 
     EXPECT_EQ(slice(bytes).toString(), QString(u"a\0b"_s));
     EXPECT_EQ(slice(bytes).size(), 3);
+}
+
+TEST(TextSliceCutter, CutsTheSamePartsAsSlice)
+{
+    const TextSlice text = slice("one two three");
+    TextSliceCutter cutter(text);
+
+    EXPECT_EQ(cutter.cut(0, 3), text.slice(0, 3));
+    EXPECT_EQ(cutter.cut(4, 3).utf8().data(), text.utf8().data() + 4);
+    EXPECT_EQ(cutter.cut(13, 0), text.slice(13, 0));
+}
+
+TEST(TextSliceCutter, ItsPartsOutliveItAndTheWhole)
+{
+    QList<TextSlice> parts;
+    {
+        const TextSlice text = slice(QByteArray("line").repeated(1000));
+        TextSliceCutter cutter(text);
+        for (int i = 0; i < 1000; ++i) {
+            parts.append(cutter.cut(4 * i, 4));
+        }
+    }
+
+    EXPECT_EQ(parts, QList<TextSlice>(1000, slice("line")));
+}
+
+TEST(TextSliceCutter, CutsNothingOutOfNothing)
+{
+    TextSliceCutter cutter{TextSlice()};
+
+    EXPECT_EQ(cutter.cut(0, 0), TextSlice());
 }
 
 } // namespace vantrel

@@ -61,12 +61,14 @@ TEST_F(FileListModelTest, HasARowForEachFileWithItsPathInTwoParts)
 
 TEST_F(FileListModelTest, SumsTheLinesOfAllFiles)
 {
+    FileChange grown = changedFile(u"a.cpp"_s, 2);
+    grown.additions = 40;
     model.setSource(&viewModel);
 
-    load({changedFile(u"a.cpp"_s, 2), changedFile(u"b.cpp"_s, 3)});
+    load({grown, changedFile(u"b.cpp"_s, 3)});
 
     EXPECT_EQ(model.count(), 2);
-    EXPECT_EQ(model.additions(), 5);
+    EXPECT_EQ(model.additions(), 43);
     EXPECT_EQ(model.deletions(), 5);
 }
 

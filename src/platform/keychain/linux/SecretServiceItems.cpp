@@ -46,6 +46,12 @@ struct FreeError
 };
 using Error = std::unique_ptr<GError, FreeError>;
 
+struct ReleaseBus
+{
+    void operator()(GDBusConnection *bus) const { g_object_unref(bus); }
+};
+using Bus = std::unique_ptr<GDBusConnection, ReleaseBus>;
+
 std::int32_t statusOf(const GError &error)
 {
     if (error.domain == SECRET_ERROR) {
@@ -58,27 +64,51 @@ std::int32_t statusOf(const GError &error)
             return secretStatus::ioError;
         }
     }
-    if (error.domain == G_DBUS_ERROR &&
-        (error.code == G_DBUS_ERROR_UNKNOWN_METHOD || error.code == G_DBUS_ERROR_UNKNOWN_OBJECT)) {
-        return secretStatus::noSuchKeychain;
+    if (error.domain == G_DBUS_ERROR) {
+        const bool isWithoutCollection =
+            error.code == G_DBUS_ERROR_UNKNOWN_METHOD || error.code == G_DBUS_ERROR_UNKNOWN_OBJECT;
+        return isWithoutCollection ? secretStatus::noSuchKeychain : secretStatus::notAvailable;
     }
-    return secretStatus::notAvailable;
+    // The other errors on the way to the bus, but for one that the service gave in words of its
+    // own.
+    const bool isWithoutBus = error.domain == G_SPAWN_ERROR ||
+                              (error.domain == G_IO_ERROR && error.code != G_IO_ERROR_DBUS_ERROR);
+    return isWithoutBus ? secretStatus::notAvailable : secretStatus::ioError;
+}
+
+/// The session's bus, told not to end the process when the bus goes, which is what GLib does
+/// otherwise. libsecret uses the same connection while somebody holds it.
+Bus sessionBus()
+{
+    Bus bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (bus) {
+        g_dbus_connection_set_exit_on_close(bus.get(), FALSE);
+    }
+    return bus;
+}
+
+template<typename Attempt>
+std::int32_t tryOnce(const Attempt &attempt, Error &error)
+{
+    const Bus bus = sessionBus();
+    GError *raw = nullptr;
+    const std::int32_t status = attempt(&raw);
+    error.reset(raw);
+    return status;
 }
 
 /// Runs `attempt(GError **)`, and once more on an error: after a restart of the daemon libsecret
-/// holds on to the address of the old one until it is told to disconnect.
+/// holds on to the address of the old one until it is told to disconnect. A refusal because of a
+/// lock comes from a daemon that is well, and a second try would only ask the person again.
 template<typename Attempt>
-std::int32_t withSecondTry(Attempt attempt)
+std::int32_t withSecondTry(const Attempt &attempt)
 {
-    GError *raw = nullptr;
-    std::int32_t status = attempt(&raw);
-    if (Error(raw) == nullptr) {
-        return status;
+    Error error;
+    std::int32_t status = tryOnce(attempt, error);
+    if (error && g_error_matches(error.get(), SECRET_ERROR, SECRET_ERROR_IS_LOCKED) == 0) {
+        secret_service_disconnect();
+        status = tryOnce(attempt, error);
     }
-    secret_service_disconnect();
-    raw = nullptr;
-    status = attempt(&raw);
-    const Error error(raw);
     return error ? statusOf(*error) : status;
 }
 

@@ -1,4 +1,5 @@
-// The macOS keychain behind `SecretItems`; chosen by CMake on Apple systems.
+// The macOS keychain behind `SecretItems`; chosen by CMake on Apple systems. Each operation has a
+// pool of its own, since the worker's thread has none.
 
 #include "platform/keychain/SecretItems.h"
 
@@ -23,17 +24,19 @@ class KeychainItems final : public SecretItems
 public:
     [[nodiscard]] Match copyMatching(const QString &service, const QString &account) override
     {
-        NSMutableDictionary *const query = baseQuery(service, account);
-        query[(__bridge id)kSecReturnData] = @YES;
-        query[(__bridge id)kSecMatchLimit] = (__bridge id)kSecMatchLimitOne;
-        CFTypeRef found = nullptr;
         Match match;
-        match.status = SecItemCopyMatching((__bridge CFDictionaryRef)query, &found);
-        const id item = CFBridgingRelease(found);
-        if ([item isKindOfClass:[NSData class]]) {
-            match.secret = QByteArray::fromNSData((NSData *)item);
-        } else if (match.status == secretStatus::success) {
-            match.status = secretStatus::itemNotFound;
+        @autoreleasepool {
+            NSMutableDictionary *const query = baseQuery(service, account);
+            query[(__bridge id)kSecReturnData] = @YES;
+            query[(__bridge id)kSecMatchLimit] = (__bridge id)kSecMatchLimitOne;
+            CFTypeRef found = nullptr;
+            match.status = SecItemCopyMatching((__bridge CFDictionaryRef)query, &found);
+            const id item = CFBridgingRelease(found);
+            if ([item isKindOfClass:[NSData class]]) {
+                match.secret = QByteArray::fromNSData((NSData *)item);
+            } else if (match.status == secretStatus::success) {
+                match.status = secretStatus::itemNotFound;
+            }
         }
         return match;
     }
@@ -41,14 +44,18 @@ public:
     [[nodiscard]] std::int32_t add(const QString &service, const QString &account,
                                    const QByteArray &secret) override
     {
-        NSMutableDictionary *const query = baseQuery(service, account);
-        query[(__bridge id)kSecValueData] = secret.toNSData();
-        return SecItemAdd((__bridge CFDictionaryRef)query, nullptr);
+        @autoreleasepool {
+            NSMutableDictionary *const query = baseQuery(service, account);
+            query[(__bridge id)kSecValueData] = secret.toNSData();
+            return SecItemAdd((__bridge CFDictionaryRef)query, nullptr);
+        }
     }
 
     [[nodiscard]] std::int32_t remove(const QString &service, const QString &account) override
     {
-        return SecItemDelete((__bridge CFDictionaryRef)baseQuery(service, account));
+        @autoreleasepool {
+            return SecItemDelete((__bridge CFDictionaryRef)baseQuery(service, account));
+        }
     }
 };
 

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QTemporaryFile>
+
+#include <sys/types.h>
+
+namespace vantrel::test {
+
+/// What a process has left.
+struct ProcessRun
+{
+    int exitCode = -1; ///< -1 when it crashed, did not start, or hung and was ended.
+    QByteArray output{};
+    QByteArray errors{};
+};
+
+/// A child process whose output goes to files. Not a QProcess, which shares this process's memory
+/// with the child for a moment; the thread sanitizer does not survive that.
+class ChildProcess final
+{
+public:
+    ChildProcess(const QString &program, const QStringList &arguments,
+                 const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
+    ChildProcess(const ChildProcess &) = delete;
+    ChildProcess &operator=(const ChildProcess &) = delete;
+    ~ChildProcess();
+
+    void write(const QByteArray &input);
+    void closeInput();
+
+    /// Waits for the end. A process that takes longer than `limitSeconds` counts as hanging.
+    [[nodiscard]] ProcessRun waitForEnd(int limitSeconds = 20);
+
+private:
+    QTemporaryFile m_output{};
+    QTemporaryFile m_errors{};
+    int m_input = -1;
+    pid_t m_process = -1;
+};
+
+/// Runs a program to its end, at most `ChildProcess`'s limit.
+[[nodiscard]] ProcessRun
+run(const QString &program, const QStringList &arguments, const QByteArray &input = {},
+    const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
+
+} // namespace vantrel::test
