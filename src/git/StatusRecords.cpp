@@ -10,22 +10,23 @@ namespace {
 constexpr qsizetype shortestRecord = 4;
 constexpr qsizetype pathPosition = 3;
 
+ChangeStatus statusOf(char index, char workingTree)
+{
+    if (index == '?' || workingTree == '?') {
+        return ChangeStatus::added;
+    }
+    if (index == 'D' || workingTree == 'D') {
+        return ChangeStatus::deleted;
+    }
+    return index == 'A' ? ChangeStatus::added : ChangeStatus::modified;
+}
+
 FileChange fileChange(char index, char workingTree, const QString &path)
 {
     FileChange file;
     file.path = path;
-    if (index == '?') {
-        file.status = ChangeStatus::added;
-        file.isUntracked = workingTree == '?';
-    } else if (workingTree == '?') {
-        file.status = ChangeStatus::added;
-    } else if (index == 'D' || workingTree == 'D') {
-        file.status = ChangeStatus::deleted;
-    } else if (index == 'A') {
-        file.status = ChangeStatus::added;
-    } else {
-        file.status = ChangeStatus::modified;
-    }
+    file.status = statusOf(index, workingTree);
+    file.isUntracked = index == '?' && workingTree == '?';
     return file;
 }
 

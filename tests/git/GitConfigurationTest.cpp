@@ -133,15 +133,6 @@ TEST_F(GitConfiguration, AMonitorOfTheRepositoryIsNotRun)
     EXPECT_FALSE(QFile::exists(proof));
 }
 
-TEST_F(GitConfiguration, APagerOfTheRepositoryIsNotRun)
-{
-    configure(u"core.pager"_s, u"false"_s);
-    configure(u"pager.diff"_s, u"false"_s);
-    change(numberedLines(9), numberedLines(9, {5}));
-
-    EXPECT_EQ(changedFiles(), oneLineChanged());
-}
-
 TEST_F(GitConfiguration, AConfigurationThatCannotBeReadFailsWithGitsWords)
 {
     m_repository.write(u".git/config"_s, "[core\n");
