@@ -24,14 +24,15 @@ namespace vantrel {
 
 namespace {
 
-/// Whether a user-perceived character begins at `position`. Looks at its neighbourhood only.
+/// Whether a user-perceived character begins at `position`, on one side of which stands a hyphen.
+/// Looks at its neighbourhood only.
 bool isCharacterBoundary(QStringView text, qsizetype position)
 {
     if (position == 0 || position == text.size()) {
         return true;
     }
     if (text[position - 1].unicode() < 0x80 && text[position].unicode() < 0x80) {
-        return text[position - 1] != u'\r' || text[position] != u'\n';
+        return true;
     }
     constexpr qsizetype reach = 4;
     const qsizetype begin = std::max<qsizetype>(0, position - reach);

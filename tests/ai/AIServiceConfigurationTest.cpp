@@ -40,6 +40,7 @@ TEST_F(AIServiceConfigurationTest, TheEndpointIsBelowTheBaseUrl)
     const QList<std::pair<QString, QString>> endpoints{
         {u"http://localhost:11434/v1"_s, u"http://localhost:11434/v1/chat/completions"_s},
         {u"http://localhost:11434/v1/"_s, u"http://localhost:11434/v1/chat/completions"_s},
+        {u"http://localhost:11434/v1//"_s, u"http://localhost:11434/v1/chat/completions"_s},
         {u"http://localhost:11434"_s, u"http://localhost:11434/chat/completions"_s},
         {u"http://localhost:11434/"_s, u"http://localhost:11434/chat/completions"_s},
         {u"  HTTPS://example.com/api/v1 \n"_s, u"https://example.com/api/v1/chat/completions"_s},

@@ -1,6 +1,7 @@
 #include "ai/AIPrompts.h"
 #include "ai/AIServiceFixture.h"
 #include "ai/config/AINotifications.h"
+#include "platform/jobs/RunQueue.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -319,8 +320,11 @@ TEST_F(AIServiceRequestTest, ASilentServerTimesOutAfterAMinute)
     const Job job(keep(summarize(), &text));
     spinUntil([&] { return m_server.holdingCount() == 1; });
 
-    m_clock.advance(60s);
-    spinUntil([&] { return text.has_value(); });
+    m_clock.advance(60s - 1ms);
+    RunQueue::interfaceThread().runUntilIdle();
+    EXPECT_FALSE(text.has_value());
+    m_clock.advance(1ms);
+    RunQueue::interfaceThread().runUntilIdle();
 
     EXPECT_EQ(text.value(), Text(failure(AIFailure(PlatformError{u"The request timed out."_s}))));
 }

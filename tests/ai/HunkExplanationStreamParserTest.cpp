@@ -118,6 +118,13 @@ TEST(HunkExplanationStreamParser, ADelimiterWithAnAccentIsProse)
     EXPECT_EQ(recordOf(reply), explanation(u"Change"_s, reply));
 }
 
+TEST(HunkExplanationStreamParser, ADelimiterWithAnAccentBeyondTheBasicPlaneIsProse)
+{
+    const QString reply = u"a ---META---\U0001D167 b"_s;
+
+    EXPECT_EQ(recordOf(reply), explanation(u"Change"_s, reply));
+}
+
 TEST(HunkExplanationStreamParser, TheFirstDelimiterBehindAnAccentedOneCounts)
 {
     EXPECT_EQ(recordOf(u"a---META---\u0301---META---{\"tag\":\"T\"}"_s),
@@ -129,6 +136,14 @@ TEST(HunkExplanationStreamParser, ADelimiterThatAPrependedMarkBeginsIsProse)
     const QString reply = u"a \u0600---META--- b"_s;
 
     EXPECT_EQ(recordOf(reply), explanation(u"Change"_s, reply));
+}
+
+TEST(HunkExplanationStreamParser, AHyphenThatAPrependedMarkBeginsIsNotHeld)
+{
+    HunkExplanationStreamParser parser;
+
+    EXPECT_EQ(parser.feed(u"a \u0600-"_s), Events{ProseDelta{u"a \u0600-"_s}});
+    EXPECT_EQ(parser.feed(u"--META--- b"_s), Events{ProseDelta{u"--META--- b"_s}});
 }
 
 TEST(HunkExplanationStreamParser, AHyphenWithAnAccentIsNotHeld)
@@ -178,110 +193,6 @@ TEST(HunkExplanationStreamParser, KnowsWhetherTextHasArrived)
     EXPECT_EQ(events, Events{});
     EXPECT_TRUE(parser.hasReceivedContent());
 }
-
-TEST(ExplanationReply, MetadataInACodeFenceIsRead)
-{
-    EXPECT_EQ(recordOf(u"a\n---META---\n```json\n{\"tag\":\"T\",\"points\":[]}\n```\n"_s),
-              explanation(u"T"_s, u"a"_s));
-}
-
-TEST(ExplanationReply, ProseBehindTheMetadataDoesNotMatter)
-{
-    EXPECT_EQ(recordOf(u"a---META---{\"tag\":\"T\"}\nI hope this helps."_s),
-              explanation(u"T"_s, u"a"_s));
-}
-
-TEST(ExplanationReply, ProseBeforeTheMetadataDoesNotMatter)
-{
-    EXPECT_EQ(recordOf(u"a---META---Here: {\"tag\":\"T\"}"_s), explanation(u"T"_s, u"a"_s));
-}
-
-TEST(ExplanationReply, TheTagIsTrimmed)
-{
-    EXPECT_EQ(recordOf(u"a---META---{\"tag\":\"  Bug fix \\n\"}"_s),
-              explanation(u"Bug fix"_s, u"a"_s));
-}
-
-TEST(ExplanationReply, AnEmptyTagIsAChange)
-{
-    for (const QString &metadata : {u"{\"tag\":\"\"}"_s, u"{\"tag\":\" \\n\"}"_s, u"{}"_s,
-                                    u"{\"tag\":null}"_s, QString(), u"no json"_s, u"}{"_s}) {
-        EXPECT_EQ(recordOf(u"a---META---"_s + metadata), explanation(u"Change"_s, u"a"_s));
-    }
-}
-
-TEST(ExplanationReply, MetadataOfAWrongTypeIsNone)
-{
-    for (const QString &metadata :
-         {u"{\"tag\":\"T\",\"points\":\"p\"}"_s, u"{\"tag\":\"T\",\"points\":[1]}"_s,
-          u"{\"tag\":\"T\",\"suggestedQuestions\":{}}"_s, u"{\"tag\":\"T\",\"explanation\":1}"_s,
-          u"{\"points\":[\"p\"],\"tag\":1}"_s}) {
-        EXPECT_EQ(recordOf(u"a---META---"_s + metadata), explanation(u"Change"_s, u"a"_s));
-    }
-}
-
-TEST(ExplanationReply, PointsAndQuestionsAreTakenAsTheyStand)
-{
-    EXPECT_EQ(recordOf(u"a---META---{\"points\":[\" p \",\"\",\"r\"],"
-                       "\"suggestedQuestions\":[\"q?\",\"q?\",\" \"],\"more\":1}"_s),
-              explanation(u"Change"_s, u"a"_s, {u" p "_s, QString(), u"r"_s},
-                          {u"q?"_s, u"q?"_s, u" "_s}));
-}
-
-TEST(ExplanationReply, WithoutProseTheMetadatasExplanationCounts)
-{
-    EXPECT_EQ(recordOf(u" \n---META---{\"explanation\":\" as it is \"}"_s),
-              explanation(u"Change"_s, u" as it is "_s));
-}
-
-TEST(ExplanationReply, WithProseTheMetadatasExplanationDoesNotCount)
-{
-    EXPECT_EQ(recordOf(u"prose---META---{\"explanation\":\"other\"}"_s),
-              explanation(u"Change"_s, u"prose"_s));
-}
-
-TEST(ExplanationReply, WithNeitherTheExplanationIsEmpty)
-{
-    EXPECT_EQ(recordOf(u"---META---{}"_s), explanation(u"Change"_s, QString()));
-}
-
-TEST(ExplanationReply, TheOlderFormIsOneObject)
-{
-    EXPECT_EQ(recordOf(u"{\"tag\":\" T \",\"explanation\":\" e \",\"points\":[\"p\"]}"_s),
-              explanation(u" T "_s, u" e "_s, {u"p"_s}));
-}
-
-TEST(ExplanationReply, TheOlderFormMayHoldQuestions)
-{
-    EXPECT_EQ(recordOf(u"{\"tag\":\"\",\"explanation\":\"e\",\"points\":[],"
-                       "\"suggestedQuestions\":[\"q\"]}"_s),
-              explanation(QString(), u"e"_s, {}, {u"q"_s}));
-}
-
-TEST(ExplanationReply, TheOlderFormMayStandInACodeFence)
-{
-    EXPECT_EQ(recordOf(u"```json\n{\"tag\":\"T\",\"explanation\":\"e\",\"points\":[]}\n```"_s),
-              explanation(u"T"_s, u"e"_s));
-}
-
-class NotTheOlderFormTest : public testing::TestWithParam<QString>
-{};
-
-TEST_P(NotTheOlderFormTest, IsProse)
-{
-    EXPECT_EQ(recordOf(GetParam()), explanation(u"Change"_s, GetParam()));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    ExplanationReply, NotTheOlderFormTest,
-    testing::Values(u"{\"tag\":\"T\",\"explanation\":\"e\"}"_s,
-                    u"{\"explanation\":\"e\",\"points\":[]}"_s, u"{\"tag\":\"T\",\"points\":[]}"_s,
-                    u"{\"tag\":\"T\",\"explanation\":\"e\",\"points\":[]} and more"_s,
-                    u"Here: {\"tag\":\"T\",\"explanation\":\"e\",\"points\":[]}"_s,
-                    u"{\"tag\":\"T\",\"explanation\":\"e\",\"points\":[1]}"_s,
-                    u"{\"tag\":\"T\",\"explanation\":\"e\",\"points\":[],"
-                    "\"suggestedQuestions\":\"q\"}"_s,
-                    u"[1]"_s));
 
 /// What a screen sees of a reply that comes in these deltas.
 struct Seen
