@@ -6,7 +6,7 @@ using namespace Qt::Literals::StringLiterals;
 
 std::optional<QUrl> AIProviderConfig::validatedBaseURL(const QString &text)
 {
-    const QUrl url(text.trimmed(), QUrl::StrictMode);
+    QUrl url(text.trimmed(), QUrl::StrictMode);
     const QString scheme = url.scheme().toLower();
     if (!url.isValid() || (scheme != "http"_L1 && scheme != "https"_L1)) {
         return std::nullopt;

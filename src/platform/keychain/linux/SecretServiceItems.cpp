@@ -97,15 +97,22 @@ std::int32_t tryOnce(const Attempt &attempt, Error &error)
     return status;
 }
 
+/// A refusal because of a lock comes from a daemon that is well, and a second try would only ask
+/// the person again. One that is frozen would cost the same time again.
+bool isWorthASecondTry(const GError &error)
+{
+    return g_error_matches(&error, SECRET_ERROR, SECRET_ERROR_IS_LOCKED) == 0 &&
+           g_error_matches(&error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT) == 0;
+}
+
 /// Runs `attempt(GError **)`, and once more on an error: after a restart of the daemon libsecret
-/// holds on to the address of the old one until it is told to disconnect. A refusal because of a
-/// lock comes from a daemon that is well, and a second try would only ask the person again.
+/// holds on to the address of the old one until it is told to disconnect.
 template<typename Attempt>
 std::int32_t withSecondTry(const Attempt &attempt)
 {
     Error error;
     std::int32_t status = tryOnce(attempt, error);
-    if (error && g_error_matches(error.get(), SECRET_ERROR, SECRET_ERROR_IS_LOCKED) == 0) {
+    if (error && isWorthASecondTry(*error)) {
         secret_service_disconnect();
         status = tryOnce(attempt, error);
     }

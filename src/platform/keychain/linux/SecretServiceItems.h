@@ -5,7 +5,7 @@
 namespace vantrel {
 
 /// Items of the desktop's Secret Service (GNOME Keyring, KWallet, KeePassXC), over libsecret.
-/// A locked keyring may ask the person, and a frozen daemon costs the bus's time-out twice.
+/// A locked keyring may ask the person, and a frozen daemon costs the bus's time-out of 25 s twice.
 class SecretServiceItems final : public SecretItems
 {
 public:
