@@ -6,8 +6,8 @@ namespace vantrel::sample {
 
 namespace {
 
-constexpr qsizetype maxHeadBytes = 64 * 1024;
-constexpr qsizetype maxBodyBytes = 64 * 1024 * 1024;
+constexpr qsizetype maxHeadBytes = qsizetype(64) * 1024;
+constexpr qsizetype maxBodyBytes = qsizetype(64) * 1024 * 1024;
 
 } // namespace
 

@@ -95,15 +95,15 @@ QImage Scene::picture(const QString &state, QSize size)
             return {};
         }
     }
-    m_notice.emplace(m_defaults);
-    m_rootViewModel.emplace(m_coordinator, m_gitWorker, m_aiWorker, *m_notice,
-                            m_notificationCenter);
-    m_engine.emplace();
+    m_notice = std::make_unique<KeychainAccessNotice>(m_defaults);
+    m_rootViewModel = std::make_unique<RootViewModel>(m_coordinator, m_gitWorker, m_aiWorker,
+                                                      *m_notice, m_notificationCenter);
+    m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->setNetworkAccessManagerFactory(&m_networkAccess);
     m_engine->addImageProvider(u"icon"_s, new IconProvider);
     m_engine->addImportPath(u"qrc:/qt/qml"_s);
     m_engine->setInitialProperties({
-        {u"viewModel"_s, QVariant::fromValue(&*m_rootViewModel)},
+        {u"viewModel"_s, QVariant::fromValue(m_rootViewModel.get())},
         {u"appearance"_s, QVariant::fromValue(&m_appearance)},
         {u"uiFamily"_s, QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()},
         {u"codeFamily"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family()},

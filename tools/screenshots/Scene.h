@@ -22,7 +22,7 @@
 #include <QTemporaryDir>
 
 #include <functional>
-#include <optional>
+#include <memory>
 
 class QQuickWindow;
 
@@ -75,10 +75,10 @@ private:
     SampleAIService m_ai{};
     AIWorker m_aiWorker;
     AppCoordinator m_coordinator{};
-    std::optional<KeychainAccessNotice> m_notice{};
-    std::optional<RootViewModel> m_rootViewModel{};
+    std::unique_ptr<KeychainAccessNotice> m_notice{};
+    std::unique_ptr<RootViewModel> m_rootViewModel{};
     DenyingNetworkAccess m_networkAccess{};
-    std::optional<QQmlApplicationEngine> m_engine{};
+    std::unique_ptr<QQmlApplicationEngine> m_engine{};
     QQuickWindow *m_window = nullptr; ///< Owned by the engine.
 };
 
