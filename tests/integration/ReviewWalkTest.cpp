@@ -6,13 +6,13 @@
 #include "app/OrbiskApp.h"
 #include "git/GitEnvironment.h"
 #include "models/DiffText.h"
+#include "support/ProcessRun.h"
 #include "support/Spin.h"
 
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QJsonArray>
-#include <QProcess>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -251,11 +251,10 @@ TEST_F(ReviewWalk, LeavesTheRepositoryAsItWas)
     const test::SampleProvider provider;
     start(provider.baseURL());
     const auto snapshot = [this] {
-        QProcess list;
-        list.setWorkingDirectory(m_repository);
-        list.start(u"find"_s, {u"."_s, u"-type"_s, u"f"_s, u"-printf"_s, u"%p %s %T@ %i\\n"_s});
-        list.waitForFinished();
-        QByteArrayList lines = list.readAllStandardOutput().split('\n');
+        const test::ProcessRun list = test::run(
+            u"find"_s, {m_repository, u"-type"_s, u"f"_s, u"-printf"_s, u"%p %s %T@ %i\\n"_s});
+        EXPECT_EQ(list.exitCode, 0);
+        QByteArrayList lines = list.output.split('\n');
         std::sort(lines.begin(), lines.end());
         return lines;
     };

@@ -1,11 +1,14 @@
 #pragma once
 
+#include "support/ProcessRun.h"
+
 #include <QJsonObject>
 #include <QList>
-#include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+
+#include <optional>
 
 namespace vantrel::test {
 
@@ -28,7 +31,7 @@ public:
 
 private:
     QTemporaryDir m_folder{};
-    QProcess m_process{};
+    std::optional<ChildProcess> m_process{};
     QString m_baseURL{};
 };
 

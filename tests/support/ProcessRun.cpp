@@ -1,4 +1,4 @@
-#include "platform_keychain/ProcessRun.h"
+#include "support/ProcessRun.h"
 
 #include <array>
 #include <csignal>
@@ -50,7 +50,7 @@ QByteArray contents(QTemporaryFile &file)
 } // namespace
 
 ChildProcess::ChildProcess(const QString &program, const QStringList &arguments,
-                           const QProcessEnvironment &environment)
+                           const QProcessEnvironment &environment, int outputHandle)
 {
     std::array<int, 2> input{};
     if (!m_output.open() || !m_errors.open() || ::pipe2(input.data(), O_CLOEXEC) != 0) {
@@ -59,7 +59,8 @@ ChildProcess::ChildProcess(const QString &program, const QStringList &arguments,
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, input[0], STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, m_output.handle(), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, outputHandle < 0 ? m_output.handle() : outputHandle,
+                                     STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, m_errors.handle(), STDERR_FILENO);
     const Texts command(QStringList{program} + arguments);
     const Texts variables(environment.toStringList());

@@ -22,11 +22,14 @@ struct ProcessRun
 class ChildProcess final
 {
 public:
-    ChildProcess(const QString &program, const QStringList &arguments,
-                 const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment());
+    /// `outputHandle` is where its standard output goes instead of the file, if it is one.
+    explicit ChildProcess(
+        const QString &program, const QStringList &arguments,
+        const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment(),
+        int outputHandle = -1);
     ChildProcess(const ChildProcess &) = delete;
     ChildProcess &operator=(const ChildProcess &) = delete;
-    ~ChildProcess();
+    ~ChildProcess(); ///< Ends it at once.
 
     void write(const QByteArray &input);
     void closeInput();
