@@ -1,6 +1,7 @@
 #include "views/ExplanationPresenter.h"
 
 #include "ai/AIServiceError.h"
+#include "views/ShownText.h"
 
 namespace vantrel {
 
@@ -44,7 +45,7 @@ QString ExplanationPresenter::tag() const
     const Hunk *const selected = hunk();
     const auto *const explanation =
         selected == nullptr ? nullptr : selected->explanationState.value();
-    return explanation == nullptr ? QString() : explanation->tag;
+    return explanation == nullptr ? QString() : shownText(explanation->tag);
 }
 
 QString ExplanationPresenter::prose() const
@@ -54,9 +55,10 @@ QString ExplanationPresenter::prose() const
         return {};
     }
     if (const auto *const explanation = selected->explanationState.value()) {
-        return explanation->explanation;
+        return shownText(explanation->explanation);
     }
-    return m_diff->streamingExplanationText(m_diff->selectedHunkIndex()).value_or(QString());
+    const auto streamed = m_diff->streamingExplanationView(m_diff->selectedHunkIndex());
+    return streamed ? shownText(*streamed) : QString();
 }
 
 QStringList ExplanationPresenter::points() const
@@ -64,7 +66,13 @@ QStringList ExplanationPresenter::points() const
     const Hunk *const selected = hunk();
     const auto *const explanation =
         selected == nullptr ? nullptr : selected->explanationState.value();
-    return explanation == nullptr ? QStringList() : explanation->points;
+    QStringList shown;
+    if (explanation != nullptr) {
+        for (const QString &point : explanation->points) {
+            shown.append(shownText(point));
+        }
+    }
+    return shown;
 }
 
 QString ExplanationPresenter::message() const

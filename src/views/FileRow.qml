@@ -19,6 +19,8 @@ Item {
     required property bool isCurrent
     required property bool isLast
 
+    readonly property int countWidth: 56 // Six digits and the sign.
+
     signal opened
 
     implicitHeight: Theme.fileRowSize + Theme.hairlineWidth
@@ -69,7 +71,7 @@ Item {
 
         anchors.right: deleted.left
         y: 18
-        width: 48
+        width: Math.max(root.countWidth, implicitWidth)
         count: root.additions
         isAddition: true
         Accessible.ignored: true
@@ -81,7 +83,7 @@ Item {
         anchors.right: chevron.left
         anchors.rightMargin: Theme.spaceM
         y: 18
-        width: 48
+        width: Math.max(root.countWidth, implicitWidth)
         count: root.deletions
         isAddition: false
         Accessible.ignored: true

@@ -79,7 +79,9 @@ TEST_F(ExplanationPresenterTest, HasNoWordsToTheSettingsForAFailureThatTheyCanno
 
 TEST_F(ExplanationPresenterTest, IsSilentAboutOtherHunks)
 {
+    file.awaitExplanations(1);
     file.diff().select(1);
+    file.awaitExplanations(2);
     file.diff().select(0);
     const QSignalSpy changes(&presenter, &ExplanationPresenter::changed);
 

@@ -41,6 +41,11 @@ void OpenedFile::fail(const AIServiceError &error)
     runUntilIdle();
 }
 
+void OpenedFile::awaitExplanations(size_t count)
+{
+    runUntil([this, count] { return m_services.ai.explanationCount() == count; });
+}
+
 FakeAIService::ExplanationChannel &OpenedFile::lastExplanation()
 {
     runUntil([this] { return m_services.ai.explanationCount() > 0; });

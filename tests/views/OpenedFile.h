@@ -17,6 +17,9 @@ public:
 
     [[nodiscard]] DiffViewModel &diff() { return *m_diff; }
 
+    /// Returns once the model has been asked that often since the file was opened.
+    void awaitExplanations(size_t count);
+
     /// Streams prose into the explanation that was asked for last.
     void pushProse(const QString &text);
     void complete(const HunkExplanation &explanation);
