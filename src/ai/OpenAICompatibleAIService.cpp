@@ -20,6 +20,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto requestTimeout = 60s;
+constexpr qsizetype largeRequest = 65'536; // Characters; writing so many takes about 1 ms.
 constexpr int firstSuccess = 200;
 constexpr int lastSuccess = 299;
 
@@ -46,6 +47,15 @@ QUrl endpoint(QUrl base)
     }
     base.setPath(path + u"/chat/completions"_s, QUrl::TolerantMode);
     return base;
+}
+
+bool isLarge(const ChatCompletionRequest &request)
+{
+    qsizetype characters = 0;
+    for (const ChatMessagePayload &message : request.messages) {
+        characters += message.content.size();
+    }
+    return characters >= largeRequest;
 }
 
 QList<ChatMessagePayload> systemAndUser(const QString &system, const QString &user)
@@ -191,6 +201,19 @@ Task<Result<ResolvedConfig, AIServiceError>> OpenAICompatibleAIService::resolveC
     co_return resolved;
 }
 
+Task<QByteArray> OpenAICompatibleAIService::encode(ChatCompletionRequest request)
+{
+    if (!isLarge(request)) {
+        co_return encodeRequest(request);
+    }
+    // A prompt of ten megabytes takes longer than a frame.
+    auto write = [request = std::move(request)](const WorkControl &) {
+        return encodeRequest(request);
+    };
+    auto written = m_encoder.run(std::move(write));
+    co_return co_await std::move(written);
+}
+
 Task<Result<HttpResponse, AIFailure>>
 OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
 {
@@ -209,7 +232,8 @@ OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
     if (const std::optional<QString> &key = config->apiKey) {
         request.headers.emplaceBack("Authorization", "Bearer " + key->toUtf8());
     }
-    request.body = encodeRequest(body);
+    auto encoded = encode(body);
+    request.body = co_await std::move(encoded);
     request.timeout = requestTimeout;
 
     auto response = co_await m_session.load(std::move(request));

@@ -5,6 +5,7 @@
 #include "ai/config/AIProvider.h"
 #include "platform/NotificationCenter.h"
 #include "platform/http/HttpLoading.h"
+#include "platform/jobs/SerialWorker.h"
 #include "platform/jobs/SharedJob.h"
 
 #include <QString>
@@ -75,6 +76,7 @@ private:
 
     Task<std::optional<QString>> apiKey(AIProvider provider);
     Task<std::optional<QString>> readKey(AIProvider provider, int generation);
+    Task<QByteArray> encode(ChatCompletionRequest request);
     Task<Result<HttpResponse, AIFailure>> send(QList<ChatMessagePayload> messages, bool stream);
 
     HttpLoading &m_session;
@@ -83,6 +85,7 @@ private:
     NotificationCenter &m_notificationCenter;
     std::shared_ptr<KeyCache> m_cachedAPIKeys;
     std::map<AIProvider, KeyRead> m_keyReads; ///< The last of each provider.
+    SerialWorker m_encoder{};                 ///< Writes the large requests.
     NotificationCenter::Token m_configChangeObserver;
 };
 

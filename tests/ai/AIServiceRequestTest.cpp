@@ -55,6 +55,18 @@ TEST_F(AIServiceRequestTest, PostsModelMessagesAndStream)
               body({message(u"system"_s, u"Be brief."_s), message(u"user"_s, u"Why?"_s)}, false));
 }
 
+TEST_F(AIServiceRequestTest, SendsAMessageOfMegabytesWhole)
+{
+    const QString diff = u"+a line of code with an ü in it\n"_s.repeated(100'000);
+    m_server.answer(ServerScript().send(httpAnswer(200, reply(u"a"_s))));
+
+    const Text text = waitFor(m_service.complete(u"Be brief."_s, diff));
+
+    EXPECT_EQ(text, Text(u"a"_s));
+    EXPECT_EQ(sentBody(),
+              body({message(u"system"_s, u"Be brief."_s), message(u"user"_s, diff)}, false));
+}
+
 TEST_F(AIServiceRequestTest, SendsTheKeyAsABearer)
 {
     useKey(AIProvider::openAI, u"sk-1"_s);
