@@ -1,6 +1,7 @@
 // Reading the model's replies: an event stream into text deltas, and deltas into an explanation.
 // Beside each stands what it could cost at the least.
 
+#include "StreamInput.h"
 #include "ai/HunkExplanationStreamParser.h"
 #include "ai/SseDeltaDecoder.h"
 
@@ -14,40 +15,16 @@
 
 #include <algorithm>
 #include <cstring>
-#include <random>
 
 namespace vantrel {
 namespace {
 
+using bench::chunkCount;
+using bench::eventStream;
 using namespace Qt::Literals::StringLiterals;
 
-constexpr int chunkCount = 200'000;
 constexpr qsizetype packetBytes = 16384; // What a socket typically hands over.
 constexpr int replyCharacters = 1'000'000;
-
-/// The event stream of a long answer: chunks of 1 to 20 characters with all that a provider writes
-/// around them, and a comment now and then that keeps the connection alive.
-QByteArray eventStream()
-{
-    const QByteArray letters = R"(etaoinshrdlu mfwygpbvkxqjz,.()`-\n\")";
-    std::mt19937 random(20'240'607);
-    std::uniform_int_distribution<int> length(1, 20);
-    std::uniform_int_distribution<qsizetype> letter(0, 28);
-    QByteArray stream;
-    for (int i = 0; i < chunkCount; ++i) {
-        if (i % 500 == 0) {
-            stream += ": keep-alive\n\n";
-        }
-        stream += R"(data: {"id":"chatcmpl-AbCdEfGhIjKlMnOpQrStUvWx","object":)"
-                  R"("chat.completion.chunk","created":1791234567,"model":"gpt-6-luna",)"
-                  R"("choices":[{"index":0,"delta":{"content":")";
-        for (int left = length(random); left > 0; --left) {
-            stream += letters[letter(random)];
-        }
-        stream += "\"},\"logprobs\":null,\"finish_reason\":null}]}\n\n";
-    }
-    return stream + "data: [DONE]\n\n";
-}
 
 /// A reply of prose with hyphens in it, the delimiter and the metadata.
 QString explanationReply()

@@ -45,5 +45,5 @@ const items = withEventsourceParser();
 if (items === 0 || (await withOpenai()) !== items) {
     throw new Error("the peers do not agree on the number of deltas");
 }
-await measure("DecodeStream", "npm openai", bytes.length, items, withOpenai);
-await measure("DecodeStream", "eventsource-parser", bytes.length, items, withEventsourceParser);
+await measure("DecodeEventStream", "npm openai", items, withOpenai);
+await measure("DecodeEventStream", "npm eventsource-parser", items, withEventsourceParser);

@@ -7,9 +7,9 @@ import parseDiff from "parse-diff";
 import { measure } from "./measure.mjs";
 
 const parsers = [
-    ["diff2html", (text) => diff2html(text)],
-    ["gitdiff-parser", (text) => (gitdiffParser.default ?? gitdiffParser).parse(text)],
-    ["parse-diff", (text) => parseDiff(text)],
+    ["npm diff2html", (text) => diff2html(text)],
+    ["npm gitdiff-parser", (text) => (gitdiffParser.default ?? gitdiffParser).parse(text)],
+    ["npm parse-diff", (text) => parseDiff(text)],
 ];
 
 function countLines(parsed) {
@@ -25,6 +25,6 @@ for (const file of process.argv.slice(2)) {
             throw new Error(`${name} found no lines in ${file}`);
         }
         // From bytes to records, like the parser that it is compared with.
-        await measure(workload, name, bytes.length, 0, () => parse(bytes.toString("utf8")));
+        await measure(workload, name, bytes.length, () => parse(bytes.toString("utf8")));
     }
 }

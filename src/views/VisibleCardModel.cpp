@@ -1,5 +1,7 @@
 #include "views/VisibleCardModel.h"
 
+#include "views/ShownText.h"
+
 #include <algorithm>
 
 namespace vantrel {
@@ -95,7 +97,7 @@ QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
     case SectionRole:
         return header.sliced(sectionPosition(header)).trimmed();
     case TagRole:
-        return explanation == nullptr ? QString() : explanation->tag;
+        return explanation == nullptr ? QString() : shownText(explanation->tag);
     case IsExplainingRole:
         return hunk.explanationState.isLoading();
     case IsSelectedRole:
@@ -103,7 +105,7 @@ QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
     case AccessibleNameRole: {
         const QString position = tr("Change %1 of %2").arg(hunkIndex + 1).arg(m_diff->hunkCount());
         return explanation == nullptr ? position + u", "_s + header
-                                      : position + u", "_s + explanation->tag + u", "_s + header;
+                                      : position + u", "_s + shownText(explanation->tag) + u", "_s + header;
     }
     default:
         return {};
