@@ -104,8 +104,9 @@ QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
         return hunkIndex == m_selected;
     case AccessibleNameRole: {
         const QString position = tr("Change %1 of %2").arg(hunkIndex + 1).arg(m_diff->hunkCount());
-        return explanation == nullptr ? position + u", "_s + header
-                                      : position + u", "_s + shownText(explanation->tag) + u", "_s + header;
+        return explanation == nullptr
+                   ? position + u", "_s + header
+                   : position + u", "_s + shownText(explanation->tag) + u", "_s + header;
     }
     default:
         return {};
