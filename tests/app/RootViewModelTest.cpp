@@ -177,11 +177,11 @@ TEST_F(RootViewModelTest, ADiffThatIsLeftIsCancelledAtOnce)
     services.notice.acknowledge();
     services.coordinator.setRoute(diffRoute);
     root->diff()->load();
-    runUntil([this] { return services.ai.explanationCount() == 1; });
+    runUntil([this] { return services.ai.explanations.size() == 1; });
 
     root->diff()->goBack();
 
-    EXPECT_TRUE(services.ai.explanation(0).isTerminated());
+    EXPECT_TRUE(services.ai.explanations.at(0).isTerminated());
 }
 
 TEST_F(RootViewModelTest, TheOldScreenIsGoneWhenTheNewOneIsAnnounced)
@@ -216,7 +216,7 @@ TEST_F(RootViewModelTest, LeavingAScreenThatIsStillThereAtTheEndIsHarmless)
     root.reset();
     runUntilIdle();
 
-    EXPECT_EQ(services.ai.explanationCount(), 0U);
+    EXPECT_EQ(services.ai.explanations.size(), 0U);
 }
 
 TEST_F(RootViewModelTest, OpensAFolderThatHoldsAGitFolder)

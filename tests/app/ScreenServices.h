@@ -8,6 +8,7 @@
 #include "platform/UserDefaults.h"
 #include "support/CallLog.h"
 #include "support/FakeAIService.h"
+#include "support/FakeChatHistory.h"
 #include "support/FakeGitService.h"
 
 #include <QTemporaryDir>
@@ -36,6 +37,7 @@ struct ScreenServices
     GitWorker gitWorker{git};
     FakeAIService ai{log};
     AIWorker aiWorker{ai};
+    FakeChatHistory chatHistory{log};
     KeychainAccessNotice notice{defaults};
     AppCoordinator coordinator{};
 };

@@ -41,10 +41,10 @@ void OpenedFile::fail(const AIServiceError &error)
     runUntilIdle();
 }
 
-FakeAIService::ExplanationChannel &OpenedFile::lastExplanation()
+ExplanationChannel &OpenedFile::lastExplanation()
 {
-    runUntil([this] { return m_services.ai.explanationCount() > 0; });
-    return m_services.ai.explanation(m_services.ai.explanationCount() - 1);
+    runUntil([this] { return m_services.ai.explanations.size() > 0; });
+    return m_services.ai.explanations.back();
 }
 
 } // namespace vantrel::test

@@ -50,7 +50,7 @@ void ScreenDriver::answerNoHunks()
 
 int ScreenDriver::explanationCount() const
 {
-    return int(m_services->ai.explanationCount());
+    return int(m_services->ai.explanations.size());
 }
 
 void ScreenDriver::pushProse(const QString &text)
@@ -74,9 +74,9 @@ void ScreenDriver::failForMissingKey()
     lastExplanation().fail(error);
 }
 
-FakeAIService::ExplanationChannel &ScreenDriver::lastExplanation()
+ExplanationChannel &ScreenDriver::lastExplanation()
 {
-    return m_services->ai.explanation(m_services->ai.explanationCount() - 1);
+    return m_services->ai.explanations.back();
 }
 
 } // namespace vantrel::test

@@ -45,7 +45,7 @@ Q_SIGNALS:
     void started();
 
 private:
-    [[nodiscard]] FakeAIService::ExplanationChannel &lastExplanation();
+    [[nodiscard]] ExplanationChannel &lastExplanation();
 
     std::unique_ptr<ScreenServices> m_services{};
     std::unique_ptr<RootViewModel> m_root{};
