@@ -1,6 +1,6 @@
 #include "platform_keychain/Keyring.h"
 
-#include "platform_keychain/ProcessRun.h"
+#include "support/ProcessRun.h"
 
 #include <QStringList>
 

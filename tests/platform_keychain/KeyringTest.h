@@ -2,7 +2,7 @@
 
 #include "platform/keychain/SecretItems.h"
 #include "platform_keychain/Keyring.h"
-#include "platform_keychain/ProcessRun.h"
+#include "support/ProcessRun.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform_keychain/ProcessRun.h"
+#include "support/ProcessRun.h"
 
 #include <array>
 #include <csignal>
