@@ -8,8 +8,8 @@
 namespace vantrel {
 
 /// The repositories that were opened, kept across runs of the application. Nothing here reports an
-/// error: what cannot be read reads as an empty list. Thread: any one at a time; it reads and
-/// writes the disk.
+/// error: what cannot be read reads as an empty list. Thread: any, also several at once; every call
+/// blocks for the disk.
 class RecentReposStoring
 {
 public:
