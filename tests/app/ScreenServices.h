@@ -4,6 +4,7 @@
 #include "app/AppCoordinator.h"
 #include "git/GitWorker.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "support/CallLog.h"
@@ -14,6 +15,7 @@
 #include <QTemporaryDir>
 
 #include <functional>
+#include <memory>
 
 namespace vantrel::test {
 
@@ -35,6 +37,8 @@ struct ScreenServices
     NotificationCenter notificationCenter{};
     FakeGitService git{log};
     GitWorker gitWorker{git};
+    std::shared_ptr<RecentReposStore> recentRepos =
+        std::make_shared<RecentReposStore>(defaults, QStringLiteral("recentRepos"), 10);
     FakeAIService ai{log};
     AIWorker aiWorker{ai};
     FakeChatHistory chatHistory{log};
