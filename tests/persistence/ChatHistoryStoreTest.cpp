@@ -263,6 +263,16 @@ TEST_F(ChatHistoryStoreTest, ASaveHasTheStoredForm)
                                    "\"suggestedQuestions\":[\"Why?\"]}]"));
 }
 
+TEST_F(ChatHistoryStoreTest, HalfOfACharacterInATextHarmsNothing)
+{
+    QString text = u"cut 👍"_s;
+    text.chop(1);
+
+    const auto saved = saveAt(1, u"a.cpp"_s, text);
+
+    EXPECT_EQ(history.threads(), Threads{saved});
+}
+
 TEST_F(ChatHistoryStoreTest, ADamagedHistoryIsEmptyAndStaysUntilTheNextSave)
 {
     const QByteArray whole = handWrittenHistory;
