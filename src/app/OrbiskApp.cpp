@@ -3,11 +3,15 @@
 #include "persistence/KeychainStore.h"
 #include "platform/keychain/SecretItems.h"
 
-#include <memory>
-
 namespace vantrel {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype maxRecentRepos = 10;
+
+} // namespace
 
 OrbiskApp::Places OrbiskApp::standardPlaces()
 {
@@ -22,6 +26,8 @@ OrbiskApp::OrbiskApp(const Places &places)
     , m_session(m_clock)
     , m_gitService(m_processRunner, m_fileReader)
     , m_gitWorker(m_gitService)
+    , m_recentReposStore(
+          std::make_shared<RecentReposStore>(m_userDefaults, u"recentRepos"_s, maxRecentRepos))
     , m_settingsStore(m_userDefaults)
     , m_keychainStore(std::make_shared<KeychainStore>(places.keychainService, systemSecretItems()),
                       m_clock)
@@ -29,8 +35,8 @@ OrbiskApp::OrbiskApp(const Places &places)
     , m_aiWorker(m_aiService)
     , m_keychainAccessNotice(m_userDefaults)
     , m_appearanceController(m_settingsStore)
-    , m_rootViewModel(m_coordinator, m_gitWorker, m_aiWorker, m_keychainAccessNotice,
-                      m_notificationCenter)
+    , m_rootViewModel(m_coordinator, m_gitWorker, m_recentReposStore, m_aiWorker,
+                      m_keychainAccessNotice, m_notificationCenter)
 {}
 
 OrbiskApp::~OrbiskApp() = default;

@@ -12,12 +12,15 @@
 #include "git/ProcessRunner.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
+#include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "platform/http/NetworkHttpLoader.h"
 #include "platform/jobs/SystemClock.h"
 
 #include <QString>
+
+#include <memory>
 
 namespace vantrel {
 
@@ -56,6 +59,7 @@ private:
     FileSystemReader m_fileReader;
     GitService m_gitService;
     GitWorker m_gitWorker;
+    std::shared_ptr<RecentReposStore> m_recentReposStore;
     SettingsStore m_settingsStore;
     KeychainWorker m_keychainStore;
     OpenAICompatibleAIService m_aiService;

@@ -3,37 +3,38 @@
 #include "app/AppCoordinator.h"
 #include "app/DiffViewModel.h"
 #include "app/FileListViewModel.h"
+#include "app/PickerViewModel.h"
 #include "persistence/KeychainAccessNotice.h"
-#include "platform/jobs/Job.h"
 
 #include <QObject>
-#include <QString>
 #include <QUrl>
 
-#include <optional>
+#include <memory>
 
 namespace vantrel {
 
 class AIWorker;
 class GitWorker;
 class NotificationCenter;
+class RecentReposStoring;
 
 /// What fills the main window: the view model of the coordinator's route, made with the services
-/// that it needs and dropped when the route changes. Thread: interface.
+/// that it needs and dropped when the route changes. The picker's stays, since a folder can be
+/// opened from everywhere. Thread: interface.
 class RootViewModel final : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(vantrel::AppCoordinator *coordinator READ coordinator CONSTANT)
+    Q_PROPERTY(vantrel::PickerViewModel *picker READ picker CONSTANT)
     Q_PROPERTY(vantrel::FileListViewModel *fileList READ fileList NOTIFY screenChanged)
     Q_PROPERTY(vantrel::DiffViewModel *diff READ diff NOTIFY screenChanged)
     Q_PROPERTY(
         vantrel::KeychainAccessNotice *keychainAccessNotice READ keychainAccessNotice CONSTANT)
-    Q_PROPERTY(QString refusal READ refusal NOTIFY refusalChanged)
-    Q_PROPERTY(bool isOpening READ isOpening NOTIFY isOpeningChanged)
 
 public:
     /// The references must outlive the view model. Shows the coordinator's route at once.
-    RootViewModel(AppCoordinator &coordinator, GitWorker &gitWorker, AIWorker &aiWorker,
+    RootViewModel(AppCoordinator &coordinator, GitWorker &gitWorker,
+                  std::shared_ptr<RecentReposStoring> recentReposStore, AIWorker &aiWorker,
                   KeychainAccessNotice &keychainAccessNotice,
                   NotificationCenter &notificationCenter, QObject *parent = nullptr);
     ~RootViewModel() override;
@@ -44,30 +45,22 @@ public:
         return &m_keychainAccessNotice;
     }
 
+    /// Its recent repositories are loaded again whenever the route becomes the picker.
+    [[nodiscard]] PickerViewModel *picker() { return &m_picker; }
+
     /// Null unless the route is the one of that screen. Nothing is loaded yet: the screen does that
     /// when it appears.
     [[nodiscard]] FileListViewModel *fileList() const { return m_fileList; }
     [[nodiscard]] DiffViewModel *diff() const { return m_diff; }
 
-    /// Why the last folder was not opened; empty after one that was.
-    [[nodiscard]] QString refusal() const;
-
-    /// A folder was chosen and the disk has not answered yet.
-    [[nodiscard]] bool isOpening() const { return m_isOpening; }
-
-    /// Opens `folder` when it holds a `.git` entry, file or folder, else sets `refusal`. Answers
-    /// later, since the disk may be slow; a newer call replaces one that has not been answered.
+    /// As the picker's.
     Q_INVOKABLE void openFolder(const QUrl &folder);
 
 Q_SIGNALS:
     void screenChanged();
-    void refusalChanged();
-    void isOpeningChanged();
 
 private:
     void showRoute();
-    Task<> runOpenFolder(QUrl folder);
-    void endOpening(std::optional<QString> refusal);
 
     AppCoordinator &m_coordinator;
     GitWorker &m_gitWorker;
@@ -76,9 +69,7 @@ private:
     NotificationCenter &m_notificationCenter;
     FileListViewModel *m_fileList = nullptr; ///< A child of this object, as the next.
     DiffViewModel *m_diff = nullptr;
-    std::optional<QString> m_refusal{};
-    bool m_isOpening = false;
-    Job m_openTask{};
+    PickerViewModel m_picker;
 };
 
 } // namespace vantrel

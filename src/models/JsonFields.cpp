@@ -1,7 +1,5 @@
 #include "models/JsonFields.h"
 
-#include <QJsonArray>
-
 #include <cmath>
 #include <cstdint>
 
@@ -33,8 +31,8 @@ QString JsonFields::text(QLatin1StringView key)
 QStringList JsonFields::texts(QLatin1StringView key)
 {
     QStringList texts;
-    const QJsonArray array = field(key, QJsonValue::Array).toArray();
-    for (const QJsonValue item : array) {
+    const QJsonArray items = array(key);
+    for (const QJsonValue item : items) {
         if (!item.isString()) {
             fail(CodingError::Case::wrongType, key);
             return {};
@@ -52,6 +50,17 @@ bool JsonFields::boolean(QLatin1StringView key)
 QJsonObject JsonFields::object(QLatin1StringView key)
 {
     return field(key, QJsonValue::Object).toObject();
+}
+
+QJsonArray JsonFields::array(QLatin1StringView key)
+{
+    return field(key, QJsonValue::Array).toArray();
+}
+
+bool JsonFields::contains(QLatin1StringView key) const
+{
+    const QJsonValue value = m_object.value(key);
+    return !value.isUndefined() && !value.isNull();
 }
 
 QUuid JsonFields::uuid(QLatin1StringView key)

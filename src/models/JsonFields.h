@@ -3,6 +3,7 @@
 #include "models/CodingError.h"
 
 #include <QDateTime>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QStringList>
@@ -26,10 +27,15 @@ public:
     [[nodiscard]] QStringList texts(QLatin1StringView key);
     [[nodiscard]] bool boolean(QLatin1StringView key);
     [[nodiscard]] QJsonObject object(QLatin1StringView key);
+    [[nodiscard]] QJsonArray array(QLatin1StringView key);
     /// From the canonical form of 36 characters, in either case.
     [[nodiscard]] QUuid uuid(QLatin1StringView key);
     /// From seconds since 2001-01-01 00:00:00 UTC, to the nearest millisecond, in UTC.
     [[nodiscard]] QDateTime date(QLatin1StringView key);
+
+    /// Whether there is a value, of whatever type, for a field that is not required. A null counts
+    /// as none.
+    [[nodiscard]] bool contains(QLatin1StringView key) const;
 
     /// Records a failure that the decoder found itself.
     void fail(CodingError::Case kind, QLatin1StringView key);

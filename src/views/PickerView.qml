@@ -2,25 +2,52 @@ pragma ComponentBehavior: Bound
 
 import QtQuick
 import QtQuick.Dialogs
+import QtQuick.Templates as T
 import Vantrel
 
-/// Where a repository is chosen.
+/// Where a repository is chosen: any folder at the left, a recent one at the right.
 FocusScope {
     id: root
 
-    required property RootViewModel viewModel
+    required property PickerViewModel viewModel
+
+    readonly property bool hasRecents: recents.count > 0
+    readonly property int contentTop: Math.max(32, Math.min(240, 0.55 * (root.height + Theme.titleBarSize - 540)))
+    readonly property int blockDistance: root.width < 1280 ? 0.05 * root.width : Theme.spaceHero
 
     Rectangle {
         anchors.fill: parent
         color: Theme.surface
     }
 
+    Rectangle {
+        id: half
+
+        width: Math.round(0.46 * root.width)
+        height: root.height
+        visible: root.hasRecents
+        color: Theme.window
+
+        Rectangle {
+            anchors.right: parent.right
+            width: Theme.hairlineWidth
+            height: root.height
+            color: Theme.line
+        }
+    }
+
+    RecentRepoListModel {
+        id: recentRepos
+
+        source: root.viewModel
+    }
+
     Column {
         id: block
 
-        anchors.horizontalCenter: parent.horizontalCenter
-        y: Math.max(32, Math.min(240, 0.55 * (root.height + Theme.titleBarSize - 540)))
-        width: 400
+        x: root.hasRecents ? half.width - root.blockDistance - width : Math.round((root.width - width) / 2)
+        y: root.contentTop
+        width: root.hasRecents ? Math.max(328, Math.min(400, half.width - root.blockDistance - 40)) : 400
 
         Image {
             width: 56
@@ -62,6 +89,8 @@ FocusScope {
             height: Theme.spaceXxl
         }
         PrimaryButton {
+            id: chooser
+
             focus: true
             height: Theme.controlLargeSize
             text: qsTr("Choose Folder…")
@@ -77,7 +106,64 @@ FocusScope {
 
             width: block.width
             visible: message !== ""
-            message: root.viewModel.refusal
+            message: root.viewModel.errorMessage
+        }
+    }
+
+    PlainLabel {
+        id: title
+
+        anchors.left: recents.left
+        anchors.leftMargin: Theme.spaceM
+        y: root.contentTop
+        visible: root.hasRecents
+        text: qsTr("Recent")
+        font: Theme.bodyBoldFont
+        color: Theme.inkHeading
+        Accessible.role: Accessible.Heading
+    }
+
+    ListView {
+        id: recents
+
+        x: half.width + 40
+        anchors.top: title.bottom
+        anchors.topMargin: Theme.spaceS
+        width: Math.min(560, root.width - x - Theme.spaceXxl)
+        height: Math.min(contentHeight, root.height - y - Theme.spaceXxl)
+        visible: root.hasRecents
+        clip: true
+        reuseItems: true
+        boundsBehavior: Flickable.StopAtBounds
+        highlightMoveDuration: 0
+        highlightMoveVelocity: -1
+        model: recentRepos
+        activeFocusOnTab: true
+        Accessible.role: Accessible.List
+        Accessible.name: title.text
+        // They arrive a moment after the screen; nobody has left the button by then.
+        onCountChanged: {
+            recents.currentIndex = 0;
+            if (root.hasRecents && chooser.focus) {
+                recents.forceActiveFocus();
+            }
+        }
+
+        T.ScrollBar.vertical: ThinScrollBar {}
+
+        delegate: RecentRow {
+            width: recents.width
+            isCurrent: recents.activeFocus && ListView.isCurrentItem
+            onOpened: root.viewModel.openFolder(folder)
+        }
+
+        Keys.onReturnPressed: (recents.currentItem as RecentRow).opened()
+        Keys.onEnterPressed: (recents.currentItem as RecentRow).opened()
+        Keys.onPressed: event => {
+            if (event.key === Qt.Key_Home || event.key === Qt.Key_End) {
+                recents.currentIndex = event.key === Qt.Key_Home ? 0 : recents.count - 1;
+                event.accepted = true;
+            }
         }
     }
 

@@ -3,6 +3,7 @@
 #include "app/AppCoordinator.h"
 #include "app/DiffViewModel.h"
 #include "app/FileListViewModel.h"
+#include "app/PickerViewModel.h"
 #include "app/RootViewModel.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "views/SystemAppearance.h"
@@ -26,6 +27,14 @@ struct RootViewModelForQml
     Q_GADGET
     QML_FOREIGN(vantrel::RootViewModel)
     QML_NAMED_ELEMENT(RootViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct PickerViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::PickerViewModel)
+    QML_NAMED_ELEMENT(PickerViewModel)
     QML_UNCREATABLE("Made by the application.")
 };
 

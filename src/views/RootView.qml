@@ -30,7 +30,7 @@ Rectangle {
             });
         } else {
             screen.setSource("PickerView.qml", {
-                viewModel: root.viewModel
+                viewModel: root.viewModel.picker
             });
         }
     }

@@ -111,7 +111,7 @@ protected:
         services.notice.acknowledge();
         makeViewModel(changedFile(u"b.cpp"_s, hunkCount), listing(hunkCount), selection);
         load();
-        runUntil([this] { return services.ai.explanationCount() == 1; });
+        runUntil([this] { return services.ai.explanations.size() == 1; });
         newEntries();
     }
 
@@ -124,13 +124,13 @@ protected:
     /// Pushes one event of the `number`th explanation and lets it arrive.
     void push(std::size_t number, HunkExplanationStreamEvent event)
     {
-        services.ai.explanation(number).push(std::move(event));
+        services.ai.explanations.at(number).push(std::move(event));
         runUntilIdle();
     }
 
     void fail(std::size_t number, const AIFailure &aiFailure)
     {
-        services.ai.explanation(number).fail(aiFailure);
+        services.ai.explanations.at(number).fail(aiFailure);
         runUntilIdle();
     }
 
@@ -142,7 +142,7 @@ protected:
 
     void waitForExplanations(std::size_t count)
     {
-        runUntil([this, count] { return services.ai.explanationCount() == count; });
+        runUntil([this, count] { return services.ai.explanations.size() == count; });
     }
 
     [[nodiscard]] State state(int index) const
@@ -336,7 +336,7 @@ TEST_F(DiffViewModelTest, LoadingAgainEndsTheExplanationsOfTheHunksBefore)
     const QList<State> expected{State::loading(), State::idle()};
     EXPECT_EQ(states(), expected);
     EXPECT_EQ(viewModel->streamingExplanationText(0), std::nullopt);
-    EXPECT_TRUE(newEntries().contains(u"explanation 0 released"_s));
+    EXPECT_TRUE(newEntries().contains(u"explainHunk 0 released"_s));
 }
 
 // Explaining
@@ -347,7 +347,7 @@ TEST_F(DiffViewModelTest, AnExplanationWaitsForTheKeychainNotice)
     load();
     runUntil([this] { return services.notice.isShowingNotice(); });
     runUntilIdle();
-    EXPECT_EQ(services.ai.explanationCount(), 0U);
+    EXPECT_EQ(services.ai.explanations.size(), 0U);
     newEntries();
 
     services.notice.acknowledge();
@@ -383,7 +383,7 @@ TEST_F(DiffViewModelTest, EachEventOfAnExplanationIsPublishedOnce)
                                u"unfinished"_s};
     const QStringList expectedLog{u"explanationChanged 0"_s, u"explanationChanged 0"_s,
                                   u"explanationChanged 0"_s, u"explanationChanged 0"_s,
-                                  u"explanation 0 released"_s};
+                                  u"explainHunk 0 released"_s};
     EXPECT_EQ(published, expected);
     EXPECT_EQ(newEntries(), expectedLog);
     EXPECT_EQ(state(0), State::loaded(sampleExplanation()));
@@ -418,7 +418,7 @@ TEST_F(DiffViewModelTest, AFailedExplanationDropsItsProse)
 
     fail(0, missingKey());
 
-    const QStringList expectedLog{u"explanationChanged 0"_s, u"explanation 0 released"_s};
+    const QStringList expectedLog{u"explanationChanged 0"_s, u"explainHunk 0 released"_s};
     EXPECT_EQ(state(0), State::failed(u"Add an API key in Settings to use AI features."_s));
     EXPECT_EQ(viewModel->streamingExplanationText(0), std::nullopt);
     EXPECT_FALSE(viewModel->isExplanationProseFinished(0));
@@ -439,7 +439,7 @@ TEST_F(DiffViewModelTest, AnExplanationThatStopsWithoutItsRecordHasFailed)
     open(1);
     push(0, prose(u"Keeps the "_s));
 
-    services.ai.explanation(0).finish();
+    services.ai.explanations.at(0).finish();
     runUntilIdle();
 
     EXPECT_EQ(state(0), State::failed(u"The AI provider returned an unexpected response."_s));
@@ -461,7 +461,7 @@ TEST_F(DiffViewModelTest, WhatAReaderHoldsNeitherChangesNorMakesTheNextPieceCopy
     });
 
     for (int piece = 0; piece < 4096; ++piece) {
-        services.ai.explanation(0).push(prose(u"x"_s));
+        services.ai.explanations.at(0).push(prose(u"x"_s));
     }
     runUntilIdle();
 
@@ -520,7 +520,7 @@ TEST_F(DiffViewModelTest, SelectingAHunkThatIsBeingExplainedStartsNoSecondJob)
     runUntilIdle();
 
     EXPECT_EQ(newEntries(), QStringList{u"selectedHunkIndexChanged"_s});
-    EXPECT_EQ(services.ai.explanationCount(), 2U);
+    EXPECT_EQ(services.ai.explanations.size(), 2U);
 }
 
 TEST_F(DiffViewModelTest, SelectingAHunkThatIsExplainedAsksNoMore)
@@ -857,10 +857,10 @@ TEST_F(DiffViewModelTest, ACancelledExplanationRecordsNothing)
     newEntries();
 
     viewModel->cancelAll();
-    services.ai.explanation(0).push(completed());
+    services.ai.explanations.at(0).push(completed());
     runUntilIdle();
 
-    EXPECT_EQ(newEntries(), QStringList{u"explanation 0 released"_s});
+    EXPECT_EQ(newEntries(), QStringList{u"explainHunk 0 released"_s});
     EXPECT_EQ(state(0), State::loading());
     EXPECT_EQ(viewModel->streamingExplanationText(0), u"Keeps "_s);
 }
@@ -902,11 +902,11 @@ TEST_F(DiffViewModelTest, CancellingFromAnEventOfAnExplanationReadsNoFurther)
     QObject::connect(viewModel.get(), &DiffViewModel::explanationChanged, viewModel.get(),
                      [this] { viewModel->cancelAll(); });
 
-    services.ai.explanation(0).push(prose(u"Keeps "_s));
-    services.ai.explanation(0).push(prose(u"plums."_s));
+    services.ai.explanations.at(0).push(prose(u"Keeps "_s));
+    services.ai.explanations.at(0).push(prose(u"plums."_s));
     runUntilIdle();
 
-    const QStringList expectedLog{u"explanationChanged 0"_s, u"explanation 0 released"_s};
+    const QStringList expectedLog{u"explanationChanged 0"_s, u"explainHunk 0 released"_s};
     EXPECT_EQ(newEntries(), expectedLog);
     EXPECT_EQ(viewModel->streamingExplanationText(0), u"Keeps "_s);
 }
@@ -961,7 +961,7 @@ TEST_F(DiffViewModelTest, LeavingBeforeTheFirstTurnOfAnExplanationAsksNothing)
     viewModel.reset();
     runUntilIdle();
 
-    EXPECT_EQ(services.ai.explanationCount(), 1U);
+    EXPECT_EQ(services.ai.explanations.size(), 1U);
 }
 
 TEST_F(DiffViewModelTest, LeavingWhileAHunksTextIsWrittenAsksNothing)
@@ -973,7 +973,7 @@ TEST_F(DiffViewModelTest, LeavingWhileAHunksTextIsWrittenAsksNothing)
     runUntilIdle();
 
     EXPECT_EQ(viewModel, nullptr);
-    EXPECT_EQ(services.ai.explanationCount(), 1U);
+    EXPECT_EQ(services.ai.explanations.size(), 1U);
 }
 
 TEST_F(DiffViewModelTest, LeavingWhileTheNoticeShowsAsksNothing)
@@ -986,7 +986,7 @@ TEST_F(DiffViewModelTest, LeavingWhileTheNoticeShowsAsksNothing)
     services.notice.acknowledge();
     runUntilIdle();
 
-    EXPECT_EQ(services.ai.explanationCount(), 0U);
+    EXPECT_EQ(services.ai.explanations.size(), 0U);
 }
 
 TEST_F(DiffViewModelTest, LeavingBeforeTheFirstEventEndsTheRequest)
@@ -996,7 +996,7 @@ TEST_F(DiffViewModelTest, LeavingBeforeTheFirstEventEndsTheRequest)
     viewModel.reset();
     runUntilIdle();
 
-    EXPECT_EQ(newEntries(), QStringList{u"explanation 0 released"_s});
+    EXPECT_EQ(newEntries(), QStringList{u"explainHunk 0 released"_s});
 }
 
 TEST_F(DiffViewModelTest, LeavingBetweenTwoEventsEndsTheRequest)
@@ -1006,22 +1006,22 @@ TEST_F(DiffViewModelTest, LeavingBetweenTwoEventsEndsTheRequest)
     newEntries();
 
     viewModel.reset();
-    services.ai.explanation(0).push(completed());
+    services.ai.explanations.at(0).push(completed());
     runUntilIdle();
 
-    EXPECT_EQ(newEntries(), QStringList{u"explanation 0 released"_s});
+    EXPECT_EQ(newEntries(), QStringList{u"explainHunk 0 released"_s});
 }
 
 TEST_F(DiffViewModelTest, LeavingWithEventsThatWaitEndsTheRequest)
 {
     open(1);
-    services.ai.explanation(0).push(prose(u"Keeps "_s));
-    services.ai.explanation(0).push(completed());
+    services.ai.explanations.at(0).push(prose(u"Keeps "_s));
+    services.ai.explanations.at(0).push(completed());
 
     viewModel.reset();
     runUntilIdle();
 
-    EXPECT_EQ(newEntries(), QStringList{u"explanation 0 released"_s});
+    EXPECT_EQ(newEntries(), QStringList{u"explainHunk 0 released"_s});
 }
 
 TEST_F(DiffViewModelTest, LeavingWithAChangeOfTheConfigurationThatWaitsDoesNothing)
@@ -1035,7 +1035,7 @@ TEST_F(DiffViewModelTest, LeavingWithAChangeOfTheConfigurationThatWaitsDoesNothi
     runUntilIdle();
 
     EXPECT_EQ(newEntries(), QStringList());
-    EXPECT_EQ(services.ai.explanationCount(), 1U);
+    EXPECT_EQ(services.ai.explanations.size(), 1U);
 }
 
 } // namespace

@@ -8,19 +8,16 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEvent>
-#include <QFile>
 #include <QPointer>
+#include <QTemporaryDir>
 
 #include <memory>
-#include <variant>
 
 namespace vantrel::test {
 namespace {
 
 using namespace Qt::Literals::StringLiterals;
 using Selection = AppCoordinator::InitialHunkSelection;
-
-const QString refusalSentence = u"That folder doesn't contain a .git directory."_s;
 
 void deleteLeftObjects()
 {
@@ -37,64 +34,38 @@ protected:
                          [this] { services.log.append(u"routeChanged"_s); });
         QObject::connect(root.get(), &RootViewModel::screenChanged,
                          [this] { services.log.append(u"screenChanged"_s); });
-        QObject::connect(root.get(), &RootViewModel::refusalChanged,
-                         [this] { services.log.append(u"refusalChanged"_s); });
-    }
-
-    /// A folder in the test's own, without a `.git` entry.
-    QString makeFolder(const QString &name) const
-    {
-        QDir(folders.path()).mkpath(name);
-        return QDir(folders.path()).filePath(name);
     }
 
     QString makeRepository(const QString &name) const
     {
-        makeFolder(name + u"/.git"_s);
+        QDir(folders.path()).mkpath(name + u"/.git"_s);
         return QDir(folders.path()).filePath(name);
-    }
-
-    void refuse(const QUrl &folder)
-    {
-        root->openFolder(folder);
-        runUntil([this] { return !root->isOpening(); });
-    }
-
-    void accept(const QUrl &folder)
-    {
-        root->openFolder(folder);
-        runUntil([this] { return !root->isOpening(); });
-    }
-
-    [[nodiscard]] Repo openRepo() const
-    {
-        return std::get<AppCoordinator::FilesRoute>(services.coordinator.route()).repo;
     }
 
     QTemporaryDir folders{};
     ScreenServices services{};
-    std::unique_ptr<RootViewModel> root =
-        std::make_unique<RootViewModel>(services.coordinator, services.gitWorker, services.aiWorker,
-                                        services.notice, services.notificationCenter);
+    std::unique_ptr<RootViewModel> root = std::make_unique<RootViewModel>(
+        services.coordinator, services.gitWorker, services.recentRepos, services.aiWorker,
+        services.notice, services.notificationCenter);
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 1)};
     const AppCoordinator::DiffRoute diffRoute{sampleRepo(u"orchard"_s), files.at(0), files,
                                               Selection::first};
 };
 
-TEST_F(RootViewModelTest, ThePickerHasNoViewModel)
+TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)
 {
     EXPECT_EQ(root->fileList(), nullptr);
     EXPECT_EQ(root->diff(), nullptr);
     EXPECT_EQ(root->coordinator(), &services.coordinator);
     EXPECT_EQ(root->keychainAccessNotice(), &services.notice);
-    EXPECT_EQ(root->refusal(), QString());
+    EXPECT_NE(root->picker(), nullptr);
 }
 
 TEST_F(RootViewModelTest, ShowsTheRouteThatTheCoordinatorHasAlready)
 {
     services.coordinator.setRoute(diffRoute);
-    const RootViewModel later(services.coordinator, services.gitWorker, services.aiWorker,
-                              services.notice, services.notificationCenter);
+    const RootViewModel later(services.coordinator, services.gitWorker, services.recentRepos,
+                              services.aiWorker, services.notice, services.notificationCenter);
 
     ASSERT_NE(later.diff(), nullptr);
     EXPECT_EQ(later.diff()->file(), files.at(0));
@@ -177,11 +148,11 @@ TEST_F(RootViewModelTest, ADiffThatIsLeftIsCancelledAtOnce)
     services.notice.acknowledge();
     services.coordinator.setRoute(diffRoute);
     root->diff()->load();
-    runUntil([this] { return services.ai.explanationCount() == 1; });
+    runUntil([this] { return services.ai.explanations.size() == 1; });
 
     root->diff()->goBack();
 
-    EXPECT_TRUE(services.ai.explanation(0).isTerminated());
+    EXPECT_TRUE(services.ai.explanations.at(0).isTerminated());
 }
 
 TEST_F(RootViewModelTest, TheOldScreenIsGoneWhenTheNewOneIsAnnounced)
@@ -216,150 +187,51 @@ TEST_F(RootViewModelTest, LeavingAScreenThatIsStillThereAtTheEndIsHarmless)
     root.reset();
     runUntilIdle();
 
-    EXPECT_EQ(services.ai.explanationCount(), 0U);
+    EXPECT_EQ(services.ai.explanations.size(), 0U);
 }
 
-TEST_F(RootViewModelTest, OpensAFolderThatHoldsAGitFolder)
-{
-    const QString path = makeRepository(u"orchard"_s);
-
-    accept(QUrl::fromLocalFile(path));
-
-    EXPECT_EQ(openRepo().name, u"orchard"_s);
-    EXPECT_EQ(openRepo().url, QUrl::fromLocalFile(path));
-    EXPECT_FALSE(openRepo().id.isNull());
-    EXPECT_EQ(root->refusal(), QString());
-}
-
-TEST_F(RootViewModelTest, OpensAFolderThatHoldsAGitFile)
-{
-    const QString path = makeFolder(u"worktree"_s);
-    QFile file(path + u"/.git"_s);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-
-    accept(QUrl::fromLocalFile(path));
-
-    EXPECT_EQ(openRepo().name, u"worktree"_s);
-}
-
-TEST_F(RootViewModelTest, RefusesASubfolderOfARepository)
-{
-    makeRepository(u"orchard"_s);
-    const QString path = makeFolder(u"orchard/trees"_s);
-
-    refuse(QUrl::fromLocalFile(path));
-
-    EXPECT_EQ(root->refusal(), refusalSentence);
-    EXPECT_EQ(services.log.entries(), QStringList{u"refusalChanged"_s});
-}
-
-TEST_F(RootViewModelTest, RefusesAFolderThatIsNotThere)
-{
-    refuse(QUrl::fromLocalFile(folders.path() + u"/nowhere"_s));
-
-    EXPECT_EQ(root->refusal(), refusalSentence);
-}
-
-TEST_F(RootViewModelTest, RefusesAFile)
-{
-    makeRepository(u"orchard"_s);
-    QFile file(folders.path() + u"/orchard/plum.txt"_s);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.close();
-
-    refuse(QUrl::fromLocalFile(file.fileName()));
-
-    EXPECT_EQ(root->refusal(), refusalSentence);
-}
-
-TEST_F(RootViewModelTest, RefusesAnAddressThatIsNoFolderOfThisMachine)
-{
-    refuse(QUrl(u"https://example.org/orchard"_s));
-
-    EXPECT_EQ(root->refusal(), refusalSentence);
-}
-
-TEST_F(RootViewModelTest, TheSameRefusalAgainNotifiesNobody)
-{
-    refuse(QUrl::fromLocalFile(makeFolder(u"plain"_s)));
-
-    refuse(QUrl::fromLocalFile(makeFolder(u"other"_s)));
-
-    EXPECT_EQ(services.log.entries(), QStringList{u"refusalChanged"_s});
-}
-
-TEST_F(RootViewModelTest, ARefusalStaysUntilAFolderIsOpened)
-{
-    refuse(QUrl::fromLocalFile(makeFolder(u"plain"_s)));
-    const QUrl repository = QUrl::fromLocalFile(makeRepository(u"orchard"_s));
-
-    root->openFolder(repository);
-    EXPECT_EQ(root->refusal(), refusalSentence);
-    runUntil([this] { return !root->isOpening(); });
-
-    EXPECT_EQ(root->refusal(), QString());
-}
-
-TEST_F(RootViewModelTest, TheRepositoryIsNamedByItsCleanAbsolutePath)
-{
-    const QString path = makeRepository(u"orchard"_s);
-    makeFolder(u"meadow"_s);
-
-    accept(QUrl::fromLocalFile(folders.path() + u"/meadow/../orchard/"_s));
-
-    EXPECT_EQ(openRepo().name, u"orchard"_s);
-    EXPECT_EQ(openRepo().url, QUrl::fromLocalFile(path));
-}
-
-TEST_F(RootViewModelTest, OpeningTheSameFolderAgainIsANewOpening)
-{
-    const QUrl folder = QUrl::fromLocalFile(makeRepository(u"orchard"_s));
-    accept(folder);
-    const Repo first = openRepo();
-    services.coordinator.setRoute(AppCoordinator::PickerRoute());
-
-    accept(folder);
-
-    EXPECT_NE(openRepo().id, first.id);
-    EXPECT_EQ(openRepo().url, first.url);
-}
-
-TEST_F(RootViewModelTest, ANewerFolderReplacesOneThatWaitsForItsAnswer)
-{
-    const QString older = makeRepository(u"orchard"_s);
-    const QString newer = makeRepository(u"meadow"_s);
-
-    root->openFolder(QUrl::fromLocalFile(older));
-    accept(QUrl::fromLocalFile(newer));
-    runUntilIdle();
-
-    const QStringList expectedLog{u"screenChanged"_s, u"routeChanged"_s};
-    EXPECT_EQ(openRepo().name, u"meadow"_s);
-    EXPECT_EQ(services.log.entries(), expectedLog);
-}
-
-TEST_F(RootViewModelTest, AFolderIsBeingOpenedUntilTheDiskHasAnswered)
-{
-    QList<bool> published;
-    QObject::connect(root.get(), &RootViewModel::isOpeningChanged, root.get(),
-                     [&] { published.append(root->isOpening()); });
-
-    root->openFolder(QUrl::fromLocalFile(makeFolder(u"plain"_s)));
-    accept(QUrl::fromLocalFile(makeRepository(u"orchard"_s)));
-
-    const QList<bool> expected{true, false};
-    EXPECT_EQ(published, expected);
-}
-
-TEST_F(RootViewModelTest, LeavingWhileTheDiskIsAskedOpensNothing)
+TEST_F(RootViewModelTest, AChosenFolderIsOpenedByThePicker)
 {
     root->openFolder(QUrl::fromLocalFile(makeRepository(u"orchard"_s)));
+    EXPECT_TRUE(root->picker()->isOpening());
+    runUntil([this] { return !root->picker()->isOpening(); });
 
-    root.reset();
-    runUntilIdle();
+    EXPECT_EQ(services.coordinator.repositoryName(), u"orchard"_s);
+    EXPECT_NE(root->fileList(), nullptr);
+}
 
-    EXPECT_EQ(services.coordinator.routeKind(), AppCoordinator::RouteKind::picker);
+TEST_F(RootViewModelTest, ARefusedFolderLeavesTheScreenAsItIs)
+{
+    services.coordinator.openRepository(sampleRepo(u"orchard"_s));
+    const FileListViewModel *const fileList = root->fileList();
+
+    root->openFolder(QUrl::fromLocalFile(folders.path()));
+    runUntil([this] { return !root->picker()->isOpening(); });
+
+    EXPECT_EQ(root->fileList(), fileList);
+    EXPECT_EQ(root->picker()->errorMessage(), u"That folder doesn't contain a .git directory."_s);
+}
+
+TEST_F(RootViewModelTest, AFolderCanBeOpenedOverAnotherRepository)
+{
+    services.coordinator.setRoute(diffRoute);
+
+    root->openFolder(QUrl::fromLocalFile(makeRepository(u"meadow"_s)));
+    runUntil([this] { return !root->picker()->isOpening(); });
+
+    EXPECT_EQ(services.coordinator.repositoryName(), u"meadow"_s);
+    EXPECT_EQ(root->diff(), nullptr);
+}
+
+TEST_F(RootViewModelTest, ReturningToThePickerLoadsTheRecentRepositoriesAgain)
+{
+    services.coordinator.openRepository(sampleRepo(u"orchard"_s));
+    services.recentRepos->record(u"meadow"_s, u"/meadow"_s);
+
+    services.coordinator.setRoute(AppCoordinator::PickerRoute());
+    runUntil([this] { return !root->picker()->recentRepos().isEmpty(); });
+
+    EXPECT_EQ(root->picker()->recentRepos(), services.recentRepos->load());
 }
 
 } // namespace

@@ -4,15 +4,18 @@
 #include "app/AppCoordinator.h"
 #include "git/GitWorker.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "support/CallLog.h"
 #include "support/FakeAIService.h"
+#include "support/FakeChatHistory.h"
 #include "support/FakeGitService.h"
 
 #include <QTemporaryDir>
 
 #include <functional>
+#include <memory>
 
 namespace vantrel::test {
 
@@ -34,8 +37,11 @@ struct ScreenServices
     NotificationCenter notificationCenter{};
     FakeGitService git{log};
     GitWorker gitWorker{git};
+    std::shared_ptr<RecentReposStore> recentRepos =
+        std::make_shared<RecentReposStore>(defaults, QStringLiteral("recentRepos"), 10);
     FakeAIService ai{log};
     AIWorker aiWorker{ai};
+    FakeChatHistory chatHistory{log};
     KeychainAccessNotice notice{defaults};
     AppCoordinator coordinator{};
 };

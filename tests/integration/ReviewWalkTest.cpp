@@ -226,7 +226,7 @@ TEST_F(ReviewWalk, RefusesAFolderWithoutARepositoryAndStaysWhereItWas)
     start(provider.baseURL());
 
     root().openFolder(QUrl::fromLocalFile(m_folder.path()));
-    test::spinUntil([this] { return !root().refusal().isEmpty(); });
+    test::spinUntil([this] { return !root().picker()->errorMessage().isEmpty(); });
 
     EXPECT_EQ(root().fileList(), nullptr);
     EXPECT_EQ(root().coordinator()->routeKind(), AppCoordinator::RouteKind::picker);

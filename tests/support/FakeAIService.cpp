@@ -1,7 +1,5 @@
 #include "support/FakeAIService.h"
 
-#include <gtest/gtest.h>
-
 #include <utility>
 
 namespace vantrel::test {
@@ -10,12 +8,27 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-AIFailure unscripted(const char *operation)
+/// "user: Why? / assistant: Because."
+QString written(const QList<ChatMessage> &conversation)
 {
-    ADD_FAILURE() << "unscripted question: " << operation;
-    AIServiceError error;
-    error.kind = AIServiceError::Case::invalidResponse;
-    return error;
+    QStringList messages;
+    for (const ChatMessage &message : conversation) {
+        const bool isQuestion = message.role == ChatMessage::Role::user;
+        messages.append((isQuestion ? u"user: "_s : u"assistant: "_s) + message.text);
+    }
+    return messages.join(u" / "_s);
+}
+
+template<typename Value>
+Task<Result<Value, AIFailure>> wholeReply(Stream<Value, AIFailure> stream)
+{
+    auto reply = co_await stream.next();
+    if (!reply) {
+        AIServiceError error;
+        error.kind = AIServiceError::Case::invalidResponse;
+        co_return failure(AIFailure(error));
+    }
+    co_return std::move(*reply);
 }
 
 } // namespace
@@ -24,37 +37,45 @@ FakeAIService::FakeAIService(CallLog &log)
     : m_log(log)
 {}
 
-Task<Result<QString, AIFailure>> FakeAIService::complete(QString, QString)
+template<typename Value>
+Stream<Value, AIFailure> FakeAIService::request(Requests<Value> &requests, const QString &operation,
+                                                const QStringList &arguments)
 {
-    co_return failure(unscripted("complete"));
+    m_log.append(operation + u' ' + arguments.join(u" | "_s));
+    const std::size_t number = requests.size();
+    Channel<Value, AIFailure> &channel = requests.emplace_back();
+    channel.onTermination([this, operation, number] {
+        m_log.append(u"%1 %2 released"_s.arg(operation).arg(number));
+    });
+    return channel.stream();
 }
 
-Task<Result<QString, AIFailure>> FakeAIService::summarizeFile(QString, QString)
+Task<Result<QString, AIFailure>> FakeAIService::complete(QString systemPrompt, QString userMessage)
 {
-    co_return failure(unscripted("summarizeFile"));
+    return wholeReply(request(completions, u"complete"_s, {systemPrompt, userMessage}));
+}
+
+Task<Result<QString, AIFailure>> FakeAIService::summarizeFile(QString path, QString diffText)
+{
+    return wholeReply(request(summaries, u"summarizeFile"_s, {path, diffText}));
 }
 
 ExplanationStream FakeAIService::explainHunk(QString path, QString hunkText, QString fullPicture)
 {
-    m_log.append(u"explainHunk %1 | %2 | %3"_s.arg(path, hunkText, fullPicture));
-    const std::size_t number = m_explanations.size();
-    ExplanationChannel &channel = m_explanations.emplace_back();
-    channel.onTermination(
-        [this, number] { m_log.append(u"explanation %1 released"_s.arg(number)); });
-    return channel.stream();
+    return request(explanations, u"explainHunk"_s, {path, hunkText, fullPicture});
 }
 
-TextStream FakeAIService::chatAboutHunk(QString, QString, QList<ChatMessage>)
+TextStream FakeAIService::chatAboutHunk(QString path, QString hunkText,
+                                        QList<ChatMessage> conversation)
 {
-    Channel<QString, AIFailure> channel;
-    channel.fail(unscripted("chatAboutHunk"));
-    return channel.stream();
+    return request(chats, u"chatAboutHunk"_s, {path, hunkText, written(conversation)});
 }
 
-Task<Result<QStringList, AIFailure>> FakeAIService::suggestQuestions(QString, QString,
-                                                                     QList<ChatMessage>)
+Task<Result<QStringList, AIFailure>>
+FakeAIService::suggestQuestions(QString path, QString hunkText, QList<ChatMessage> conversation)
 {
-    co_return failure(unscripted("suggestQuestions"));
+    return wholeReply(
+        request(suggestions, u"suggestQuestions"_s, {path, hunkText, written(conversation)}));
 }
 
 } // namespace vantrel::test

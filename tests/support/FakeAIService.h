@@ -9,21 +9,27 @@
 
 namespace vantrel::test {
 
-/// A model whose explanations say what the test pushes. Each request is logged
+using ExplanationChannel = Channel<HunkExplanationStreamEvent, AIFailure>;
+
+/// A model that says what the test pushes. Each request is logged with its arguments
 /// ("explainHunk a.cpp | <hunk text> | <full picture>"), and its end once nobody reads it any more
-/// ("explanation 0 released"). Questions other than explanations fail the test. Thread: interface.
+/// ("explainHunk 0 released"). A request that is answered whole takes the first text pushed for it.
+/// Thread: interface.
 class FakeAIService final : public AIServicing
 {
 public:
-    using ExplanationChannel = Channel<HunkExplanationStreamEvent, AIFailure>;
+    template<typename Value>
+    using Requests = std::deque<Channel<Value, AIFailure>>;
 
     /// `log` must outlive the fake and every stream that it handed out.
     explicit FakeAIService(CallLog &log);
 
-    [[nodiscard]] std::size_t explanationCount() const { return m_explanations.size(); }
-
-    /// The pushing side of the `number`th explanation that was asked for, from 0.
-    ExplanationChannel &explanation(std::size_t number) { return m_explanations.at(number); }
+    /// The pushing sides of the requests made so far, in order, by operation.
+    Requests<QString> completions{};
+    Requests<QString> summaries{};
+    Requests<HunkExplanationStreamEvent> explanations{};
+    Requests<QString> chats{};
+    Requests<QStringList> suggestions{};
 
     Task<Result<QString, AIFailure>> complete(QString systemPrompt, QString userMessage) override;
     Task<Result<QString, AIFailure>> summarizeFile(QString path, QString diffText) override;
@@ -34,8 +40,11 @@ public:
                                                           QList<ChatMessage> conversation) override;
 
 private:
+    template<typename Value>
+    Stream<Value, AIFailure> request(Requests<Value> &requests, const QString &operation,
+                                     const QStringList &arguments);
+
     CallLog &m_log;
-    std::deque<ExplanationChannel> m_explanations{};
 };
 
 } // namespace vantrel::test

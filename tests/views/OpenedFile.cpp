@@ -43,13 +43,13 @@ void OpenedFile::fail(const AIServiceError &error)
 
 void OpenedFile::awaitExplanations(size_t count)
 {
-    runUntil([this, count] { return m_services.ai.explanationCount() == count; });
+    runUntil([this, count] { return m_services.ai.explanations.size() == count; });
 }
 
-FakeAIService::ExplanationChannel &OpenedFile::lastExplanation()
+ExplanationChannel &OpenedFile::lastExplanation()
 {
-    runUntil([this] { return m_services.ai.explanationCount() > 0; });
-    return m_services.ai.explanation(m_services.ai.explanationCount() - 1);
+    runUntil([this] { return m_services.ai.explanations.size() > 0; });
+    return m_services.ai.explanations.back();
 }
 
 } // namespace vantrel::test

@@ -26,7 +26,7 @@ public:
     void fail(const AIServiceError &error);
 
 private:
-    [[nodiscard]] FakeAIService::ExplanationChannel &lastExplanation();
+    [[nodiscard]] ExplanationChannel &lastExplanation();
 
     ScreenServices m_services{};
     std::unique_ptr<DiffViewModel> m_diff{};

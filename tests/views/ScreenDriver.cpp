@@ -2,6 +2,8 @@
 
 #include "Samples.h"
 
+#include <QDir>
+
 namespace vantrel::test {
 
 using namespace Qt::Literals::StringLiterals;
@@ -11,14 +13,28 @@ ScreenDriver::~ScreenDriver() = default;
 void ScreenDriver::start(bool hasAcknowledgedNotice)
 {
     m_root.reset();
+    m_folder.emplace();
     m_services = std::make_unique<ScreenServices>();
     if (hasAcknowledgedNotice) {
         m_services->notice.acknowledge();
     }
     m_root = std::make_unique<RootViewModel>(m_services->coordinator, m_services->gitWorker,
-                                             m_services->aiWorker, m_services->notice,
-                                             m_services->notificationCenter);
+                                             m_services->recentRepos, m_services->aiWorker,
+                                             m_services->notice, m_services->notificationCenter);
     Q_EMIT started();
+}
+
+void ScreenDriver::addRecentRepository(const QString &name)
+{
+    const QString path = m_folder->filePath(name);
+    QDir().mkpath(path + u"/.git"_s);
+    m_services->recentRepos->record(name, path);
+    m_root->picker()->reloadRecents();
+}
+
+void ScreenDriver::removeRepositories()
+{
+    m_folder.reset();
 }
 
 void ScreenDriver::openRepository()
@@ -50,7 +66,7 @@ void ScreenDriver::answerNoHunks()
 
 int ScreenDriver::explanationCount() const
 {
-    return int(m_services->ai.explanationCount());
+    return int(m_services->ai.explanations.size());
 }
 
 void ScreenDriver::pushProse(const QString &text)
@@ -74,9 +90,9 @@ void ScreenDriver::failForMissingKey()
     lastExplanation().fail(error);
 }
 
-FakeAIService::ExplanationChannel &ScreenDriver::lastExplanation()
+ExplanationChannel &ScreenDriver::lastExplanation()
 {
-    return m_services->ai.explanation(m_services->ai.explanationCount() - 1);
+    return m_services->ai.explanations.back();
 }
 
 } // namespace vantrel::test

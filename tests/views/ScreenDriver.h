@@ -6,8 +6,10 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 namespace vantrel::test {
 
@@ -25,6 +27,12 @@ public:
 
     /// Everything anew. No screen may still be there.
     Q_INVOKABLE void start(bool hasAcknowledgedNotice);
+
+    /// Makes an empty repository of this name and remembers it as the newest recent one.
+    Q_INVOKABLE void addRecentRepository(const QString &name);
+
+    /// Removes all repositories that were made.
+    Q_INVOKABLE void removeRepositories();
 
     /// Opens the repository "repo" and leaves its listing open.
     Q_INVOKABLE void openRepository();
@@ -45,8 +53,9 @@ Q_SIGNALS:
     void started();
 
 private:
-    [[nodiscard]] FakeAIService::ExplanationChannel &lastExplanation();
+    [[nodiscard]] ExplanationChannel &lastExplanation();
 
+    std::optional<QTemporaryDir> m_folder{};
     std::unique_ptr<ScreenServices> m_services{};
     std::unique_ptr<RootViewModel> m_root{};
 };

@@ -96,8 +96,8 @@ QImage Scene::picture(const QString &state, QSize size)
         }
     }
     m_notice = std::make_unique<KeychainAccessNotice>(m_defaults);
-    m_rootViewModel = std::make_unique<RootViewModel>(m_coordinator, m_gitWorker, m_aiWorker,
-                                                      *m_notice, m_notificationCenter);
+    m_rootViewModel = std::make_unique<RootViewModel>(m_coordinator, m_gitWorker, m_recentRepos,
+                                                      m_aiWorker, *m_notice, m_notificationCenter);
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->setNetworkAccessManagerFactory(&m_networkAccess);
     m_engine->addImageProvider(u"icon"_s, new IconProvider);
@@ -128,6 +128,7 @@ const QList<Scene::State> &Scene::all()
 {
     static const QList<State> states = {
         {u"picker"_s, [](Scene &scene) { scene.showPicker(); }},
+        {u"picker-recents"_s, [](Scene &scene) { scene.showRecents(); }},
         {u"picker-refused"_s, [](Scene &scene) { scene.showRefusal(); }},
         {u"files-loading"_s, [](Scene &scene) { scene.showLoadingFiles(); }},
         {u"files-loaded"_s, [](Scene &scene) { scene.showFiles(sampleFiles()); }},
@@ -157,10 +158,22 @@ const QList<Scene::State> &Scene::all()
 
 void Scene::showPicker() {}
 
+void Scene::showRecents()
+{
+    const QString home = u"/home/mira/"_s;
+    for (const QString &path :
+         {u"Documents/thesis"_s, u".dotfiles"_s, u"work/clients/northwind/mobile-client"_s,
+          u"work/platform/infra"_s, u"src/paper-trail"_s, u"src/ledger-api"_s}) {
+        m_recentRepos->record(path.section(u'/', -1), home + path);
+    }
+    m_rootViewModel->picker()->reloadRecents();
+    wait([this] { return !m_rootViewModel->picker()->recentRepos().isEmpty(); });
+}
+
 void Scene::showRefusal()
 {
     m_rootViewModel->openFolder(QUrl::fromLocalFile(m_folder.path()));
-    wait([this] { return !m_rootViewModel->isOpening(); });
+    wait([this] { return !m_rootViewModel->picker()->isOpening(); });
 }
 
 void Scene::showFileList()

@@ -9,6 +9,7 @@
 #include "app/RootViewModel.h"
 #include "git/GitWorker.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "views/DenyingNetworkAccess.h"
@@ -50,6 +51,7 @@ private:
     static const QList<State> &all();
 
     void showPicker();
+    void showRecents();
     void showRefusal();
     void showFileList();
     void showFiles(SampleGitService::Listing listing);
@@ -69,6 +71,8 @@ private:
     SettingsStore m_settings;
     AppearanceController m_appearanceController;
     SystemAppearance m_appearance;
+    std::shared_ptr<RecentReposStore> m_recentRepos =
+        std::make_shared<RecentReposStore>(m_defaults, QStringLiteral("recentRepos"), 10);
     NotificationCenter m_notificationCenter{};
     SampleGitService m_git{};
     GitWorker m_gitWorker;

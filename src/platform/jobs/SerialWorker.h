@@ -68,7 +68,7 @@ public:
             }
             // What the call captured dies on its own thread, before anybody is told.
             {
-                const Call done = std::move(call);
+                [[maybe_unused]] const Call done = std::move(call);
             }
             RunQueue::interfaceThread().postFromThread([operation = std::move(operation)] {
                 operation->isEnded = true;

@@ -1,0 +1,131 @@
+#include "app/PickerViewModel.h"
+
+#include "app/AppCoordinator.h"
+#include "app/StateStep.h"
+#include "persistence/RecentReposStoring.h"
+#include "platform/jobs/RunQueue.h"
+#include "platform/jobs/SerialWorker.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QUuid>
+
+#include <utility>
+
+namespace vantrel {
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// The absolute path of a folder on this machine, without a trailing slash; empty for any other
+/// URL.
+QString folderPath(const QUrl &folder)
+{
+    const QString path = folder.toLocalFile();
+    return path.isEmpty() ? path : QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+/// The last component of the path; that of the root folder is the path itself.
+QString folderName(const QString &path)
+{
+    const QString name = QFileInfo(path).fileName();
+    return name.isEmpty() ? path : name;
+}
+
+} // namespace
+
+PickerViewModel::PickerViewModel(std::shared_ptr<RecentReposStoring> recentReposStore,
+                                 AppCoordinator &coordinator, QObject *parent)
+    : QObject(parent)
+    , m_recentReposStore(std::move(recentReposStore))
+    , m_coordinator(coordinator)
+{
+    reloadRecents();
+}
+
+QString PickerViewModel::errorMessage() const
+{
+    return m_errorMessage.value_or(QString());
+}
+
+void PickerViewModel::reloadRecents()
+{
+    VANTREL_ASSERT_UI_THREAD();
+    m_reloadTask = Job(runReload());
+}
+
+Task<std::optional<Repo>> PickerViewModel::open(QUrl url)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    const QString path = folderPath(url);
+    const Repo repo{QUuid::createUuid(), QUrl::fromLocalFile(path), folderName(path)};
+    SerialWorker disk(SerialWorker::AtEnd::leave);
+    // Captured anew: a constant cannot be moved, and would outlive the call on its thread.
+    auto ask = [store = m_recentReposStore, path = path,
+                name = repo.name](const WorkControl &control) {
+        std::optional<QList<RecentRepo>> recentRepos;
+        const bool isRepository = !path.isEmpty() && QFileInfo::exists(path + u"/.git"_s);
+        // Who chose another folder meanwhile did not open this one.
+        if (isRepository && !control.isAbandoned()) {
+            store->record(name, path);
+            recentRepos = store->load();
+        }
+        return recentRepos;
+    };
+    auto asking = disk.run(std::move(ask));
+    std::optional<QList<RecentRepo>> recentRepos = co_await std::move(asking);
+    const bool isRepository = recentRepos.has_value();
+    endOpening(std::move(recentRepos));
+    if (!isRepository) {
+        co_return std::nullopt;
+    }
+    co_return repo;
+}
+
+void PickerViewModel::openFolder(const QUrl &folder)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    m_openTask = Job(runOpen(folder));
+    StateStep step(*this);
+    step.set(m_isOpening, true, &PickerViewModel::isOpeningChanged);
+    step.publish();
+}
+
+Task<> PickerViewModel::runReload()
+{
+    SerialWorker disk(SerialWorker::AtEnd::leave);
+    auto ask = [store = m_recentReposStore](const WorkControl &) { return store->load(); };
+    auto asking = disk.run(std::move(ask));
+    QList<RecentRepo> recentRepos = co_await std::move(asking);
+    StateStep step(*this);
+    step.set(m_recentRepos, std::move(recentRepos), &PickerViewModel::recentReposChanged);
+    step.publish();
+}
+
+Task<> PickerViewModel::runOpen(QUrl folder)
+{
+    auto opening = open(folder);
+    const std::optional<Repo> repo = co_await std::move(opening);
+    if (repo) {
+        m_coordinator.openRepository(*repo);
+    }
+}
+
+void PickerViewModel::endOpening(std::optional<QList<RecentRepo>> recentRepos)
+{
+    StateStep step(*this);
+    step.set(m_isOpening, false, &PickerViewModel::isOpeningChanged);
+    if (recentRepos) {
+        // One that is under way may have read the list as it was before this opening.
+        m_reloadTask.cancel();
+        step.set(m_errorMessage, std::optional<QString>(), &PickerViewModel::errorMessageChanged);
+        step.set(m_recentRepos, *std::move(recentRepos), &PickerViewModel::recentReposChanged);
+    } else {
+        step.set(m_errorMessage, std::optional(u"That folder doesn't contain a .git directory."_s),
+                 &PickerViewModel::errorMessageChanged);
+    }
+    step.publish();
+}
+
+} // namespace vantrel
