@@ -1,5 +1,6 @@
 #include "app/AppCoordinator.h"
 
+#include "ai/AIResultCache.h"
 #include "app/StateStep.h"
 #include "platform/jobs/RunQueue.h"
 
@@ -24,7 +25,10 @@ const Repo *repository(const AppCoordinator::Route &route)
 
 AppCoordinator::AppCoordinator(QObject *parent)
     : QObject(parent)
+    , m_aiResultCache(std::make_shared<AIResultCache>())
 {}
+
+AppCoordinator::~AppCoordinator() = default;
 
 void AppCoordinator::setRoute(Route route)
 {
@@ -42,10 +46,20 @@ void AppCoordinator::setCurrentBranch(std::optional<QString> branch)
     step.publish();
 }
 
+void AppCoordinator::setAiResultCache(std::shared_ptr<AIResultCache> cache)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    StateStep step(*this);
+    step.set(m_aiResultCache, std::move(cache), &AppCoordinator::aiResultCacheChanged);
+    step.publish();
+}
+
 void AppCoordinator::openRepository(const Repo &repo)
 {
     VANTREL_ASSERT_UI_THREAD();
     StateStep step(*this);
+    step.set(m_aiResultCache, std::make_shared<AIResultCache>(),
+             &AppCoordinator::aiResultCacheChanged);
     step.set(m_route, Route(FilesRoute{repo}), &AppCoordinator::routeChanged);
     step.set(m_currentBranch, std::optional<QString>(), &AppCoordinator::currentBranchChanged);
     step.publish();

@@ -7,10 +7,13 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
 #include <optional>
 #include <variant>
 
 namespace vantrel {
+
+class AIResultCache;
 
 /// The navigation state that all screens read and change. Thread: interface.
 class AppCoordinator : public QObject
@@ -50,6 +53,7 @@ public:
     Q_ENUM(RouteKind)
 
     explicit AppCoordinator(QObject *parent = nullptr);
+    ~AppCoordinator() override;
 
     [[nodiscard]] const Route &route() const { return m_route; }
     void setRoute(Route route);
@@ -57,7 +61,16 @@ public:
     [[nodiscard]] const std::optional<QString> &currentBranch() const { return m_currentBranch; }
     void setCurrentBranch(std::optional<QString> branch);
 
-    /// Shows the repository's changed files and forgets the branch of the one before.
+    /// What the model has said of the repository that is open; never null. Shared with the jobs
+    /// that fill it.
+    [[nodiscard]] const std::shared_ptr<AIResultCache> &aiResultCache() const
+    {
+        return m_aiResultCache;
+    }
+    void setAiResultCache(std::shared_ptr<AIResultCache> cache);
+
+    /// Shows the repository's changed files, forgets the branch of the one before, and starts with
+    /// an empty cache, also when it is the same repository.
     void openRepository(const Repo &repo);
 
     [[nodiscard]] RouteKind routeKind() const;
@@ -67,10 +80,12 @@ public:
 Q_SIGNALS:
     void routeChanged();
     void currentBranchChanged();
+    void aiResultCacheChanged();
 
 private:
     Route m_route{};
     std::optional<QString> m_currentBranch{};
+    std::shared_ptr<AIResultCache> m_aiResultCache;
 };
 
 } // namespace vantrel

@@ -75,6 +75,7 @@ public:
 Q_SIGNALS:
     void messageAppended(int index); ///< A message was added at the end of `messages`.
     void messageChanged(int index);  ///< Text or `isStreaming` of a message.
+    void messageRemoved(int index);  ///< The last message, an answer without a word, is gone.
     void isReplyInProgressChanged();
     void suggestedQuestionsChanged();
     void isRefreshingSuggestionsChanged();
@@ -82,6 +83,17 @@ Q_SIGNALS:
     void errorMessageChanged();
 
 private:
+    Task<> runAnswer(QList<ChatMessage> conversation);
+    void endAnswer(const std::optional<QString> &failure);
+
+    /// Makes of the answer that was streaming in a message like the others, or none if it is blank,
+    /// and saves the thread.
+    void closeAnswer();
+
+    Task<> runSuggestionRefresh();
+    void append(const ChatMessage &message);
+    void save();
+
     Subject m_subject;
     AIWorker &m_aiWorker;
     KeychainAccessNotice &m_keychainAccessNotice;

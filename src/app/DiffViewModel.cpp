@@ -1,11 +1,13 @@
 #include "app/DiffViewModel.h"
 
+#include "ai/AIResultCache.h"
 #include "ai/AIWorker.h"
 #include "ai/config/AINotifications.h"
 #include "app/StateStep.h"
 #include "git/GitWorker.h"
 #include "models/DiffText.h"
 #include "models/DisplayedHunks.h"
+#include "persistence/ChatHistoryStoring.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "platform/jobs/RunQueue.h"
 
@@ -28,28 +30,37 @@ qsizetype indexOfFile(const AppCoordinator::DiffRoute &route)
     return found == route.allFiles.cend() ? -1 : found - route.allFiles.cbegin();
 }
 
-bool isFailureOfService(const LoadableState<HunkExplanation> &state)
+using ExplanationState = LoadableState<HunkExplanation>;
+
+/// The key of the background run among the jobs of hunks.
+constexpr int backgroundRun = -1;
+
+/// The sentence for a reply that says nothing.
+QString noReply()
+{
+    AIServiceError error;
+    error.kind = AIServiceError::Case::invalidResponse;
+    return error.description();
+}
+
+bool isFailureOfService(const ExplanationState &state)
 {
     return state.isFailed() && isAIServiceErrorSentence(*state.message());
 }
 
 } // namespace
 
-DiffViewModel::DiffViewModel(AppCoordinator::DiffRoute route, GitWorker &gitWorker,
-                             AIWorker &aiWorker, KeychainAccessNotice &keychainAccessNotice,
-                             AppCoordinator &coordinator, NotificationCenter &notificationCenter,
+DiffViewModel::DiffViewModel(AppCoordinator::DiffRoute route, const ReviewServices &services,
                              QObject *parent)
     : QObject(parent)
     , m_route(std::move(route))
-    , m_gitWorker(gitWorker)
-    , m_aiWorker(aiWorker)
-    , m_keychainAccessNotice(keychainAccessNotice)
-    , m_coordinator(coordinator)
+    , m_services(services)
+    , m_aiResultCache(services.coordinator.aiResultCache())
     , m_fileIndex(indexOfFile(m_route))
 {
     VANTREL_ASSERT_UI_THREAD();
     m_configChangeTask =
-        Job(runConfigChanges(notificationCenter.notifications(aiConfigurationDidChange)));
+        Job(runConfigChanges(services.notificationCenter.notifications(aiConfigurationDidChange)));
 }
 
 DiffViewModel::~DiffViewModel() = default;
@@ -165,7 +176,7 @@ void DiffViewModel::goPrevious()
 void DiffViewModel::goBack()
 {
     VANTREL_ASSERT_UI_THREAD();
-    m_coordinator.setRoute(AppCoordinator::FilesRoute{m_route.repo});
+    m_services.coordinator.setRoute(AppCoordinator::FilesRoute{m_route.repo});
 }
 
 void DiffViewModel::cancelAll()
@@ -173,6 +184,10 @@ void DiffViewModel::cancelAll()
     VANTREL_ASSERT_UI_THREAD();
     m_loadTask.cancel();
     m_explanationTasks.cancelAll();
+    m_changeset.reset();
+    for (const auto &[hunkIndex, chat] : m_chatViewModels) {
+        chat->cancelTasks();
+    }
     m_configChangeTask.cancel();
     StateStep step(*this);
     step.set(m_isLoading, false, &DiffViewModel::isLoadingChanged);
@@ -183,7 +198,7 @@ Task<> DiffViewModel::runLoad()
 {
     QList<RawHunk> rawHunks = m_route.file.hunks;
     if (rawHunks.isEmpty()) {
-        auto reading = m_gitWorker.rawHunks(m_route.file, m_route.repo.url);
+        auto reading = m_services.gitWorker.rawHunks(m_route.file, m_route.repo.url);
         const auto read = co_await std::move(reading);
         if (!read) {
             showLoadFailure(read.error());
@@ -193,11 +208,17 @@ Task<> DiffViewModel::runLoad()
     }
 
     auto layOut = [rawHunks = std::move(rawHunks)](const WorkControl &) {
-        return displayedHunks(rawHunks);
+        LaidOut laidOut;
+        laidOut.hunks = displayedHunks(rawHunks);
+        for (const Hunk &hunk : std::as_const(laidOut.hunks)) {
+            laidOut.texts.append(hunkDiffText(hunk));
+        }
+        return laidOut;
     };
     auto layingOut = m_layoutWorker.run(std::move(layOut));
-    const QList<Hunk> hunks = co_await std::move(layingOut);
-    showHunks(hunks);
+    LaidOut laidOut = co_await std::move(layingOut);
+    co_await m_services.chatHistoryStore.whenLoaded();
+    showHunks(std::move(laidOut));
 }
 
 void DiffViewModel::showLoadFailure(const ProcessFailure &failure)
@@ -209,19 +230,22 @@ void DiffViewModel::showLoadFailure(const ProcessFailure &failure)
     step.publish();
 }
 
-void DiffViewModel::showHunks(const QList<Hunk> &hunks)
+void DiffViewModel::showHunks(LaidOut laidOut)
 {
-    // Jobs and prose of an earlier load belong to hunks that are not shown any more.
+    // Jobs, prose and conversations of an earlier load belong to hunks that are not shown any more.
     m_explanationTasks.cancelAll();
     m_streamingExplanationText.clear();
     m_explanationProseFinished.clear();
+    const auto formerChats = std::exchange(m_chatViewModels, {});
+    seedExplanations(laidOut);
 
-    const int last = std::max(0, int(hunks.size()) - 1);
+    const int last = std::max(0, int(laidOut.hunks.size()) - 1);
     const bool selectsLast =
         m_route.initialHunkSelection == AppCoordinator::InitialHunkSelection::last;
     const CanGo before = canGo();
     StateStep step(*this);
-    step.set(m_hunks, hunks, &DiffViewModel::hunksChanged);
+    m_hunkTexts = std::move(laidOut.texts);
+    step.set(m_hunks, std::move(laidOut.hunks), &DiffViewModel::hunksChanged);
     step.set(m_selectedHunkIndex, selectsLast ? last : 0, &DiffViewModel::selectedHunkIndexChanged);
     if (canGo() != before) {
         step.announce(&DiffViewModel::canGoChanged);
@@ -229,10 +253,26 @@ void DiffViewModel::showHunks(const QList<Hunk> &hunks)
     step.set(m_errorMessage, std::optional<QString>(), &DiffViewModel::errorMessageChanged);
     const int selected = m_selectedHunkIndex;
     const bool isExplaining = startExplanation(selected);
+    startBackgroundRun();
     step.set(m_isLoading, false, &DiffViewModel::isLoadingChanged);
     step.publish();
     if (isExplaining) {
         Q_EMIT explanationChanged(selected);
+    }
+}
+
+void DiffViewModel::seedExplanations(LaidOut &laidOut)
+{
+    const auto stored = m_services.chatHistoryStore.explanations(m_route.file.path);
+    for (qsizetype index = 0; index < laidOut.hunks.size(); ++index) {
+        const HunkKey key{m_route.file.path, laidOut.texts.at(index)};
+        const auto explanation = stored.constFind(key.diffText);
+        if (explanation != stored.cend()) {
+            m_aiResultCache->setHunkExplanation(key, *explanation);
+        }
+        if (auto known = m_aiResultCache->hunkExplanation(key)) {
+            laidOut.hunks[index].explanationState = ExplanationState::loaded(*std::move(known));
+        }
     }
 }
 
@@ -242,7 +282,7 @@ bool DiffViewModel::startExplanation(int hunkIndex)
         m_explanationTasks.contains(hunkIndex)) {
         return false;
     }
-    m_hunks[hunkIndex].explanationState = LoadableState<HunkExplanation>::loading();
+    m_hunks[hunkIndex].explanationState = ExplanationState::loading();
     m_streamingExplanationText.remove(hunkIndex);
     m_explanationProseFinished.remove(hunkIndex);
     m_explanationTasks.start(hunkIndex, runExplanation(hunkIndex));
@@ -251,33 +291,24 @@ bool DiffViewModel::startExplanation(int hunkIndex)
 
 Task<> DiffViewModel::runExplanation(int hunkIndex)
 {
-    auto writeText = [hunk = m_hunks.at(hunkIndex)](const WorkControl &) {
-        return hunkDiffText(hunk);
-    };
-    auto writing = m_layoutWorker.run(std::move(writeText));
-    const QString hunkText = co_await std::move(writing);
-
-    co_await m_keychainAccessNotice.showIfNeededAndWait();
-
-    // The narrative of the change set is not asked for yet: the empty text stands for "none".
-    ExplanationStream events = m_aiWorker.explainHunk(m_route.file.path, hunkText, QString());
+    auto telling = narrative();
+    const QString fullPicture = co_await std::move(telling);
+    co_await m_services.keychainAccessNotice.showIfNeededAndWait();
+    ExplanationStream events =
+        m_services.aiWorker.explainHunk(m_route.file.path, m_hunkTexts.at(hunkIndex), fullPicture);
     for (;;) {
         const auto event = co_await events.next();
         if (!event) {
             // Every reply ends in its record, so a stream that just stops is no reply.
-            AIServiceError error;
-            error.kind = AIServiceError::Case::invalidResponse;
-            endExplanation(hunkIndex, LoadableState<HunkExplanation>::failed(error.description()));
+            endExplanation(hunkIndex, ExplanationState::failed(noReply()));
             co_return;
         }
         if (!*event) {
-            endExplanation(hunkIndex,
-                           LoadableState<HunkExplanation>::failed(event->error().description()));
+            endExplanation(hunkIndex, ExplanationState::failed(event->error().description()));
             co_return;
         }
         if (const auto *const completed = std::get_if<ExplanationCompleted>(&**event)) {
-            endExplanation(hunkIndex,
-                           LoadableState<HunkExplanation>::loaded(completed->explanation));
+            showExplanation(hunkIndex, completed->explanation);
             co_return;
         }
         showProse(hunkIndex, **event);
@@ -300,7 +331,21 @@ void DiffViewModel::showProse(int hunkIndex, const HunkExplanationStreamEvent &e
     Q_EMIT explanationChanged(hunkIndex);
 }
 
-void DiffViewModel::endExplanation(int hunkIndex, LoadableState<HunkExplanation> state)
+void DiffViewModel::showExplanation(int hunkIndex, const HunkExplanation &explanation)
+{
+    if (explanation.explanation.trimmed().isEmpty() && explanation.points.isEmpty()) {
+        endExplanation(hunkIndex, ExplanationState::failed(noReply()));
+        return;
+    }
+    m_aiResultCache->setHunkExplanation(hunkKey(hunkIndex), explanation);
+    endExplanation(hunkIndex, ExplanationState::loaded(explanation));
+    const auto chat = m_chatViewModels.find(hunkIndex);
+    if (chat != m_chatViewModels.end()) {
+        chat->second->apply(explanation);
+    }
+}
+
+void DiffViewModel::endExplanation(int hunkIndex, ExplanationState state)
 {
     m_streamingExplanationText.remove(hunkIndex);
     m_explanationProseFinished.remove(hunkIndex);
@@ -308,10 +353,83 @@ void DiffViewModel::endExplanation(int hunkIndex, LoadableState<HunkExplanation>
     Q_EMIT explanationChanged(hunkIndex);
 }
 
+void DiffViewModel::startBackgroundRun()
+{
+    QList<int> others;
+    for (int index = 0; index < hunkCount(); ++index) {
+        if (index != m_selectedHunkIndex) {
+            others.append(index);
+        }
+    }
+    if (!others.isEmpty() && !m_explanationTasks.contains(backgroundRun)) {
+        m_explanationTasks.start(backgroundRun, runBackground(others));
+    }
+}
+
+Task<> DiffViewModel::runBackground(QList<int> hunkIndices)
+{
+    for (const int index : std::as_const(hunkIndices)) {
+        if (startExplanation(index)) {
+            Q_EMIT explanationChanged(index);
+        }
+        if (!m_explanationTasks.contains(index)) {
+            continue;
+        }
+        auto ending = m_explanationTasks.finished(index);
+        co_await std::move(ending);
+        if (m_hunks.at(index).explanationState.isFailed() && index != m_selectedHunkIndex) {
+            // Selecting it later tries again. What failed once is likely to fail for the rest too.
+            m_hunks[index].explanationState = ExplanationState::idle();
+            Q_EMIT explanationChanged(index);
+            co_return;
+        }
+    }
+}
+
+Task<QString> DiffViewModel::narrative()
+{
+    if (!m_changeset) {
+        m_changeset.emplace(writeChangeset());
+    }
+    auto writing = m_changeset->result();
+    const Changeset changeset = co_await std::move(writing);
+    auto making = changesetNarrative(m_aiResultCache, changeset, &m_services.aiWorker,
+                                     &m_services.keychainAccessNotice);
+    co_return co_await std::move(making);
+}
+
+Task<Changeset> DiffViewModel::writeChangeset()
+{
+    auto write = [files = m_route.allFiles](const WorkControl &) { return Changeset(files); };
+    auto writing = m_layoutWorker.run(std::move(write));
+    co_return co_await std::move(writing);
+}
+
+ChatThreadViewModel *DiffViewModel::chatViewModel(int hunkIndex)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    if (!isHunk(hunkIndex)) {
+        return nullptr;
+    }
+    std::unique_ptr<ChatThreadViewModel> &chat = m_chatViewModels[hunkIndex];
+    if (!chat) {
+        ChatThreadViewModel::Subject subject;
+        subject.repoPath = m_route.repo.url.path();
+        subject.filePath = m_route.file.path;
+        subject.hunkDiff = m_hunkTexts.at(hunkIndex);
+        const HunkExplanation *const known = m_hunks.at(hunkIndex).explanationState.value();
+        chat = std::make_unique<ChatThreadViewModel>(
+            subject, known == nullptr ? std::nullopt : std::optional(*known), m_services.aiWorker,
+            m_services.keychainAccessNotice, m_services.chatHistoryStore, this);
+    }
+    return chat.get();
+}
+
 Task<> DiffViewModel::runConfigChanges(NotificationCenter::Stream notifications)
 {
     while (const auto notification = co_await notifications.next()) {
         retryFailedExplanations();
+        clearServiceErrors();
     }
 }
 
@@ -320,7 +438,7 @@ void DiffViewModel::retryFailedExplanations()
     QList<int> changed;
     for (int index = 0; index < hunkCount(); ++index) {
         if (isFailureOfService(m_hunks.at(index).explanationState)) {
-            m_hunks[index].explanationState = LoadableState<HunkExplanation>::idle();
+            m_hunks[index].explanationState = ExplanationState::idle();
             changed.append(index);
         }
     }
@@ -332,9 +450,21 @@ void DiffViewModel::retryFailedExplanations()
     }
 }
 
+void DiffViewModel::clearServiceErrors()
+{
+    for (const auto &[hunkIndex, chat] : m_chatViewModels) {
+        chat->clearServiceError();
+    }
+}
+
 bool DiffViewModel::isHunk(int index) const
 {
     return index >= 0 && index < hunkCount();
+}
+
+HunkKey DiffViewModel::hunkKey(int index) const
+{
+    return {m_route.file.path, m_hunkTexts.at(index)};
 }
 
 DiffViewModel::CanGo DiffViewModel::canGo() const
@@ -353,7 +483,7 @@ void DiffViewModel::setSelectedHunk(StateStep<DiffViewModel> &step, int hunkInde
 
 void DiffViewModel::openFile(const FileChange &file, AppCoordinator::InitialHunkSelection selection)
 {
-    m_coordinator.setRoute(
+    m_services.coordinator.setRoute(
         AppCoordinator::DiffRoute{m_route.repo, file, m_route.allFiles, selection});
 }
 

@@ -2,32 +2,38 @@
 
 #include "ai/HunkExplanationStreamEvent.h"
 #include "app/AppCoordinator.h"
+#include "app/ChangesetNarrative.h"
+#include "app/ChatThreadViewModel.h"
+#include "app/ReviewServices.h"
 #include "git/ProcessRunnerError.h"
 #include "models/Hunk.h"
 #include "platform/NotificationCenter.h"
 #include "platform/jobs/Job.h"
 #include "platform/jobs/JobMap.h"
 #include "platform/jobs/SerialWorker.h"
+#include "platform/jobs/SharedJob.h"
 
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QSet>
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
+#include <map>
+#include <memory>
 #include <optional>
 
 namespace vantrel {
 
-class AIWorker;
-class GitWorker;
-class KeychainAccessNotice;
+class AIResultCache;
+struct HunkKey;
 template<typename Object>
 class StateStep;
 
-/// One file's hunks side by side, the selected hunk, and the explanations as they stream in.
-/// Thread: interface.
+/// One file's hunks side by side, the selected hunk, the explanations as they stream in, and the
+/// conversations about hunks. Thread: interface.
 class DiffViewModel final : public QObject
 {
     Q_OBJECT
@@ -39,11 +45,11 @@ class DiffViewModel final : public QObject
     Q_PROPERTY(bool canGoNext READ canGoNext NOTIFY canGoChanged)
 
 public:
-    /// The references must outlive the view model. Nothing is loaded yet; changes of the
-    /// configuration are heard from now on.
-    DiffViewModel(AppCoordinator::DiffRoute route, GitWorker &gitWorker, AIWorker &aiWorker,
-                  KeychainAccessNotice &keychainAccessNotice, AppCoordinator &coordinator,
-                  NotificationCenter &notificationCenter, QObject *parent = nullptr);
+    /// The services must outlive the view model, which keeps what the model says in the
+    /// coordinator's present cache. Nothing is loaded yet; changes of the configuration are heard
+    /// from now on.
+    DiffViewModel(AppCoordinator::DiffRoute route, const ReviewServices &services,
+                  QObject *parent = nullptr);
     ~DiffViewModel() override;
 
     [[nodiscard]] const FileChange &file() const { return m_route.file; }
@@ -62,13 +68,18 @@ public:
     [[nodiscard]] std::optional<QStringView> streamingExplanationView(int hunkIndex) const;
     [[nodiscard]] bool isExplanationProseFinished(int hunkIndex) const;
 
+    /// The conversation about a hunk, made on first use and owned by this object until the next
+    /// load; null when there is no such hunk.
+    Q_INVOKABLE vantrel::ChatThreadViewModel *chatViewModel(int hunkIndex);
+
     /// The neighbours of the shown file in the listing, or null.
     [[nodiscard]] const FileChange *previousFile() const;
     [[nodiscard]] const FileChange *nextFile() const;
     [[nodiscard]] bool canGoPrevious() const;
     [[nodiscard]] bool canGoNext() const;
 
-    /// Builds the hunks, selects the initial one and explains it; one load at a time.
+    /// Builds the hunks, shows what is known of them, selects the initial one and explains it, and
+    /// then the others one after another; one load at a time.
     Q_INVOKABLE void load();
     Q_INVOKABLE void select(int hunkIndex);
     Q_INVOKABLE void selectNext();
@@ -101,32 +112,48 @@ private:
         bool operator==(const CanGo &) const = default;
     };
 
+    /// What a worker makes of raw hunks.
+    struct LaidOut
+    {
+        QList<Hunk> hunks{};
+        QStringList texts{}; ///< Of each hunk, see `hunkDiffText`.
+    };
+
     Task<> runLoad();
     void showLoadFailure(const ProcessFailure &failure);
-    void showHunks(const QList<Hunk> &hunks);
+    void showHunks(LaidOut laidOut);
+    void seedExplanations(LaidOut &laidOut);
 
     /// Starts the job that explains an idle hunk; false when there is nothing to start. The caller
     /// sends `explanationChanged` once its step is complete.
     bool startExplanation(int hunkIndex);
     Task<> runExplanation(int hunkIndex);
     void showProse(int hunkIndex, const HunkExplanationStreamEvent &event);
+    void showExplanation(int hunkIndex, const HunkExplanation &explanation);
     void endExplanation(int hunkIndex, LoadableState<HunkExplanation> state);
+    void startBackgroundRun();
+    Task<> runBackground(QList<int> hunkIndices);
+
+    /// The narrative of the listing's change set.
+    Task<QString> narrative();
+    Task<Changeset> writeChangeset();
 
     Task<> runConfigChanges(NotificationCenter::Stream notifications);
     void retryFailedExplanations();
+    void clearServiceErrors();
 
     [[nodiscard]] bool isHunk(int index) const;
     [[nodiscard]] CanGo canGo() const;
+    [[nodiscard]] HunkKey hunkKey(int index) const;
     void setSelectedHunk(StateStep<DiffViewModel> &step, int hunkIndex);
     void openFile(const FileChange &file, AppCoordinator::InitialHunkSelection selection);
 
     AppCoordinator::DiffRoute m_route;
-    GitWorker &m_gitWorker;
-    AIWorker &m_aiWorker;
-    KeychainAccessNotice &m_keychainAccessNotice;
-    AppCoordinator &m_coordinator;
+    ReviewServices m_services;
+    std::shared_ptr<AIResultCache> m_aiResultCache;
     qsizetype m_fileIndex; ///< The shown file's place in the listing, or -1.
     QList<Hunk> m_hunks{};
+    QStringList m_hunkTexts{}; ///< Of each of `m_hunks`.
     int m_selectedHunkIndex = 0;
     bool m_isLoading = false;
     std::optional<QString> m_errorMessage{};
@@ -136,7 +163,9 @@ private:
     /// Lays out hunks and writes their texts, which takes longer than a frame for large files. Left
     /// alone at the end, so that leaving a large file does not wait for it.
     SerialWorker m_layoutWorker{SerialWorker::AtEnd::leave};
-    JobMap<int> m_explanationTasks{};
+    std::optional<SharedJob<Changeset>> m_changeset{}; ///< Of the listing, made on first use.
+    JobMap<int> m_explanationTasks{}; ///< By hunk, and the background run under a key of its own.
+    std::map<int, std::unique_ptr<ChatThreadViewModel>> m_chatViewModels{};
     Job m_loadTask{};
     Job m_configChangeTask{};
 };

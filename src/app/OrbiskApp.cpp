@@ -33,10 +33,12 @@ OrbiskApp::OrbiskApp(const Places &places)
                       m_clock)
     , m_aiService(m_session, m_settingsStore, m_keychainStore, m_notificationCenter)
     , m_aiWorker(m_aiService)
+    , m_chatHistoryStore(m_userDefaults)
     , m_keychainAccessNotice(m_userDefaults)
     , m_appearanceController(m_settingsStore)
-    , m_rootViewModel(m_coordinator, m_gitWorker, m_recentReposStore, m_aiWorker,
-                      m_keychainAccessNotice, m_notificationCenter)
+    , m_rootViewModel(ReviewServices{m_gitWorker, m_aiWorker, m_keychainAccessNotice,
+                                     m_chatHistoryStore, m_coordinator, m_notificationCenter},
+                      m_recentReposStore)
 {}
 
 OrbiskApp::~OrbiskApp() = default;

@@ -10,6 +10,7 @@
 #include "git/GitService.h"
 #include "git/GitWorker.h"
 #include "git/ProcessRunner.h"
+#include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
 #include "persistence/RecentReposStore.h"
@@ -64,6 +65,7 @@ private:
     KeychainWorker m_keychainStore;
     OpenAICompatibleAIService m_aiService;
     AIWorker m_aiWorker;
+    ChatHistoryWorker m_chatHistoryStore;
     AppCoordinator m_coordinator;
     KeychainAccessNotice m_keychainAccessNotice;
     AppearanceController m_appearanceController;

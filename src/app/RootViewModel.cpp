@@ -21,19 +21,13 @@ void drop(ViewModel *viewModel)
 
 } // namespace
 
-RootViewModel::RootViewModel(AppCoordinator &coordinator, GitWorker &gitWorker,
-                             std::shared_ptr<RecentReposStoring> recentReposStore,
-                             AIWorker &aiWorker, KeychainAccessNotice &keychainAccessNotice,
-                             NotificationCenter &notificationCenter, QObject *parent)
+RootViewModel::RootViewModel(const ReviewServices &services,
+                             std::shared_ptr<RecentReposStoring> recentReposStore, QObject *parent)
     : QObject(parent)
-    , m_coordinator(coordinator)
-    , m_gitWorker(gitWorker)
-    , m_aiWorker(aiWorker)
-    , m_keychainAccessNotice(keychainAccessNotice)
-    , m_notificationCenter(notificationCenter)
-    , m_picker(std::move(recentReposStore), m_coordinator)
+    , m_services(services)
+    , m_picker(std::move(recentReposStore), services.coordinator)
 {
-    connect(&m_coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);
+    connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);
     showRoute();
 }
 
@@ -49,12 +43,11 @@ void RootViewModel::showRoute()
 {
     FileListViewModel *const formerFileList = std::exchange(m_fileList, nullptr);
     DiffViewModel *const formerDiff = std::exchange(m_diff, nullptr);
-    const AppCoordinator::Route &route = m_coordinator.route();
+    const AppCoordinator::Route &route = m_services.coordinator.route();
     if (const auto *const files = std::get_if<AppCoordinator::FilesRoute>(&route)) {
-        m_fileList = new FileListViewModel(files->repo, m_gitWorker, m_coordinator, this);
+        m_fileList = new FileListViewModel(files->repo, m_services, this);
     } else if (const auto *const diff = std::get_if<AppCoordinator::DiffRoute>(&route)) {
-        m_diff = new DiffViewModel(*diff, m_gitWorker, m_aiWorker, m_keychainAccessNotice,
-                                   m_coordinator, m_notificationCenter, this);
+        m_diff = new DiffViewModel(*diff, m_services, this);
     } else {
         m_picker.reloadRecents();
     }

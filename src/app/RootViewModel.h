@@ -4,6 +4,7 @@
 #include "app/DiffViewModel.h"
 #include "app/FileListViewModel.h"
 #include "app/PickerViewModel.h"
+#include "app/ReviewServices.h"
 #include "persistence/KeychainAccessNotice.h"
 
 #include <QObject>
@@ -13,9 +14,6 @@
 
 namespace vantrel {
 
-class AIWorker;
-class GitWorker;
-class NotificationCenter;
 class RecentReposStoring;
 
 /// What fills the main window: the view model of the coordinator's route, made with the services
@@ -32,17 +30,15 @@ class RootViewModel final : public QObject
         vantrel::KeychainAccessNotice *keychainAccessNotice READ keychainAccessNotice CONSTANT)
 
 public:
-    /// The references must outlive the view model. Shows the coordinator's route at once.
-    RootViewModel(AppCoordinator &coordinator, GitWorker &gitWorker,
-                  std::shared_ptr<RecentReposStoring> recentReposStore, AIWorker &aiWorker,
-                  KeychainAccessNotice &keychainAccessNotice,
-                  NotificationCenter &notificationCenter, QObject *parent = nullptr);
+    /// The services must outlive the view model. Shows the coordinator's route at once.
+    RootViewModel(const ReviewServices &services,
+                  std::shared_ptr<RecentReposStoring> recentReposStore, QObject *parent = nullptr);
     ~RootViewModel() override;
 
-    [[nodiscard]] AppCoordinator *coordinator() const { return &m_coordinator; }
+    [[nodiscard]] AppCoordinator *coordinator() const { return &m_services.coordinator; }
     [[nodiscard]] KeychainAccessNotice *keychainAccessNotice() const
     {
-        return &m_keychainAccessNotice;
+        return &m_services.keychainAccessNotice;
     }
 
     /// Its recent repositories are loaded again whenever the route becomes the picker.
@@ -62,11 +58,7 @@ Q_SIGNALS:
 private:
     void showRoute();
 
-    AppCoordinator &m_coordinator;
-    GitWorker &m_gitWorker;
-    AIWorker &m_aiWorker;
-    KeychainAccessNotice &m_keychainAccessNotice;
-    NotificationCenter &m_notificationCenter;
+    ReviewServices m_services;
     FileListViewModel *m_fileList = nullptr; ///< A child of this object, as the next.
     DiffViewModel *m_diff = nullptr;
     PickerViewModel m_picker;

@@ -48,6 +48,8 @@ FocusScope {
         color: Theme.surface
 
         Rectangle {
+            id: explanationPart
+
             width: root.isNarrow ? Math.round(panel.width / 2) : panel.width
             height: root.isNarrow ? panel.height : Math.min(sidebar.implicitHeight, Math.round(0.55 * panel.height))
             visible: sidebar.hasExplanation
@@ -70,6 +72,18 @@ FocusScope {
                 color: Theme.line
             }
         }
+    }
+
+    ConversationPanelView {
+        id: conversation
+
+        x: root.isNarrow ? panel.x + Math.round(panel.width / 2) + Theme.hairlineWidth : panel.x + Theme.hairlineWidth
+        y: root.isNarrow ? panel.y + Theme.hairlineWidth : panel.y + explanationPart.height + Theme.hairlineWidth
+        width: root.width - x
+        height: root.height - y
+        visible: sidebar.hasExplanation
+        viewModel: root.viewModel
+        onEscaped: panes.forceActiveFocus(Qt.OtherFocusReason)
     }
 
     PanelDivider {

@@ -1,5 +1,8 @@
 #include "views/FileListModel.h"
 
+#include "ai/AIServiceError.h"
+#include "views/ShownText.h"
+
 #include <algorithm>
 
 namespace vantrel {
@@ -33,6 +36,28 @@ QString accessibleName(const FileChange &file)
     return name;
 }
 
+FileListModel::SummaryState summaryState(const LoadableState<QString> &state)
+{
+    if (state.isLoading()) {
+        return FileListModel::Loading;
+    }
+    if (state.isFailed()) {
+        return FileListModel::Failed;
+    }
+    return state.isLoaded() ? FileListModel::Loaded : FileListModel::Idle;
+}
+
+QString summaryText(const LoadableState<QString> &state)
+{
+    const QString *const text = state.isFailed() ? state.message() : state.value();
+    return text == nullptr ? QString() : shownText(*text).simplified();
+}
+
+QString accessibleDescription(const LoadableState<QString> &state)
+{
+    return state.isLoading() ? FileListModel::tr("Summarising") : summaryText(state);
+}
+
 } // namespace
 
 void FileListModel::setSource(FileListViewModel *source)
@@ -46,9 +71,18 @@ void FileListModel::setSource(FileListViewModel *source)
     m_source = source;
     if (source != nullptr) {
         connect(source, &FileListViewModel::filesChanged, this, &FileListModel::takeFiles);
+        connect(source, &FileListViewModel::summaryChanged, this, &FileListModel::takeSummary);
+        connect(source, &FileListViewModel::narrativeChanged, this,
+                &FileListModel::narrativeChanged);
     }
     takeFiles();
     Q_EMIT sourceChanged();
+    Q_EMIT narrativeChanged();
+}
+
+QString FileListModel::narrative() const
+{
+    return m_source ? shownText(m_source->narrative()) : QString();
 }
 
 int FileListModel::rowOf(const QString &path) const
@@ -85,8 +119,18 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const
         return int(file.deletions);
     case HasHunksRole:
         return !file.hunks.isEmpty();
+    case SummaryStateRole:
+        return summaryState(file.summaryState);
+    case SummaryRole:
+        return summaryText(file.summaryState);
+    case RecoveryLabelRole:
+        return file.summaryState.isFailed()
+                   ? recoveryLabel(*file.summaryState.message()).value_or(QString())
+                   : QString();
     case AccessibleNameRole:
         return accessibleName(file);
+    case AccessibleDescriptionRole:
+        return accessibleDescription(file.summaryState);
     default:
         return {};
     }
@@ -94,10 +138,18 @@ QVariant FileListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> FileListModel::roleNames() const
 {
-    return {{FolderRole, "folder"},       {NameRole, "name"},
-            {PathRole, "path"},           {StatusRole, "status"},
-            {AdditionsRole, "additions"}, {DeletionsRole, "deletions"},
-            {HasHunksRole, "hasHunks"},   {AccessibleNameRole, "accessibleName"}};
+    return {{FolderRole, "folder"},
+            {NameRole, "name"},
+            {PathRole, "path"},
+            {StatusRole, "status"},
+            {AdditionsRole, "additions"},
+            {DeletionsRole, "deletions"},
+            {HasHunksRole, "hasHunks"},
+            {SummaryStateRole, "summaryState"},
+            {SummaryRole, "summary"},
+            {RecoveryLabelRole, "recoveryLabel"},
+            {AccessibleNameRole, "accessibleName"},
+            {AccessibleDescriptionRole, "accessibleDescription"}};
 }
 
 void FileListModel::takeFiles()
@@ -112,6 +164,20 @@ void FileListModel::takeFiles()
     }
     endResetModel();
     Q_EMIT totalsChanged();
+}
+
+int FileListModel::count(ChangeStatus status) const
+{
+    return int(std::count_if(m_files.cbegin(), m_files.cend(),
+                             [status](const FileChange &file) { return file.status == status; }));
+}
+
+void FileListModel::takeSummary(int row)
+{
+    m_files[row].summaryState = m_source->files().at(row).summaryState;
+    Q_EMIT dataChanged(
+        index(row), index(row),
+        {SummaryStateRole, SummaryRole, RecoveryLabelRole, AccessibleDescriptionRole});
 }
 
 } // namespace vantrel

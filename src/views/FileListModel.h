@@ -17,6 +17,10 @@ class FileListModel : public QAbstractListModel
     Q_PROPERTY(int count READ count NOTIFY totalsChanged)
     Q_PROPERTY(int additions READ additions NOTIFY totalsChanged)
     Q_PROPERTY(int deletions READ deletions NOTIFY totalsChanged)
+    Q_PROPERTY(int modifiedCount READ modifiedCount NOTIFY totalsChanged)
+    Q_PROPERTY(int addedCount READ addedCount NOTIFY totalsChanged)
+    Q_PROPERTY(int deletedCount READ deletedCount NOTIFY totalsChanged)
+    Q_PROPERTY(QString narrative READ narrative NOTIFY narrativeChanged)
 
 public:
     enum Role {
@@ -27,8 +31,16 @@ public:
         AdditionsRole,                 ///< int
         DeletionsRole,                 ///< int
         HasHunksRole,                  ///< bool
+        SummaryStateRole,              ///< SummaryState
+        SummaryRole,                   ///< QString: the sentence or the failure, in one line
+        RecoveryLabelRole,             ///< QString: the words that lead to a failure's remedy
         AccessibleNameRole,            ///< QString
+        AccessibleDescriptionRole,     ///< QString: what is known of the summary
     };
+
+    /// What stands below a file's path.
+    enum SummaryState { Idle, Loading, Loaded, Failed };
+    Q_ENUM(SummaryState)
 
     using QAbstractListModel::QAbstractListModel;
 
@@ -37,6 +49,13 @@ public:
     [[nodiscard]] int count() const { return int(m_files.size()); }
     [[nodiscard]] int additions() const { return m_additions; }
     [[nodiscard]] int deletions() const { return m_deletions; }
+
+    [[nodiscard]] int modifiedCount() const { return count(ChangeStatus::modified); }
+    [[nodiscard]] int addedCount() const { return count(ChangeStatus::added); }
+    [[nodiscard]] int deletedCount() const { return count(ChangeStatus::deleted); }
+
+    /// The narrative of the whole, as it is shown; empty while there is none.
+    [[nodiscard]] QString narrative() const;
 
     /// The row of the file at `path`, or -1.
     Q_INVOKABLE [[nodiscard]] int rowOf(const QString &path) const;
@@ -48,9 +67,12 @@ public:
 Q_SIGNALS:
     void sourceChanged();
     void totalsChanged();
+    void narrativeChanged();
 
 private:
+    [[nodiscard]] int count(ChangeStatus status) const;
     void takeFiles();
+    void takeSummary(int row);
 
     QPointer<FileListViewModel> m_source{};
     QList<FileChange> m_files{};

@@ -61,6 +61,8 @@ FocusScope {
     ListView {
         id: list
 
+        property real formerTopMargin: 0
+
         function showCurrent(): void {
             if (list.currentIndex === 0) {
                 list.contentY = list.originY - list.topMargin;
@@ -84,6 +86,13 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Working changes")
         onCountChanged: root.restorePlace()
+        // What comes or goes above the rows does not move them, unless it is what is in view.
+        onTopMarginChanged: {
+            if (list.contentY <= list.originY - list.formerTopMargin) {
+                list.contentY = list.originY - list.topMargin;
+            }
+            list.formerTopMargin = list.topMargin;
+        }
 
         delegate: FileRow {
             x: Math.round((list.width - root.columnWidth) / 2)
@@ -94,6 +103,7 @@ FocusScope {
                 list.currentIndex = index;
                 root.openCurrent();
             }
+            onAppeared: path => root.viewModel.requestSummary(path)
         }
 
         Keys.onReturnPressed: root.openCurrent()

@@ -15,7 +15,11 @@ Item {
     required property int additions
     required property int deletions
     required property bool hasHunks
+    required property int summaryState
+    required property string summary
+    required property string recoveryLabel
     required property string accessibleName
+    required property string accessibleDescription
     required property bool isCurrent
     required property bool isLast
 
@@ -23,9 +27,13 @@ Item {
 
     signal opened
 
+    /// A row has come to show this path.
+    signal appeared(string path)
+
     implicitHeight: Theme.fileRowSize + Theme.hairlineWidth
     Accessible.role: Accessible.ListItem
     Accessible.name: root.accessibleName
+    Accessible.description: root.accessibleDescription
     Accessible.onPressAction: root.opened()
 
     Rectangle {
@@ -51,7 +59,7 @@ Item {
         anchors.leftMargin: 14
         anchors.right: added.left
         anchors.rightMargin: Theme.spaceM
-        y: root.hasHunks ? 18 : Theme.spaceS
+        y: Theme.spaceS
         folder: root.folder
         name: root.name
     }
@@ -63,6 +71,62 @@ Item {
         visible: !root.hasHunks
         text: qsTr("No text changes")
         color: Theme.inkSecondary
+        Accessible.ignored: true
+    }
+
+    PlainLabel {
+        id: summaryLabel
+
+        anchors.left: path.left
+        anchors.right: path.right
+        y: 28
+        visible: root.summaryState === FileListModel.Loaded
+        text: root.summary
+        color: Theme.inkSecondary
+        Accessible.ignored: true
+
+        ToolTipLabel {
+            visible: summaryLabel.visible && summaryLabel.truncated && pointer.containsMouse
+            text: root.summary
+        }
+    }
+
+    SkeletonBar {
+        anchors.left: path.left
+        y: 34
+        width: Math.min(path.width, root.index % 2 === 0 ? 340 : 250)
+        visible: root.summaryState === FileListModel.Loading
+    }
+
+    Icon {
+        anchors.left: path.left
+        y: 31
+        visible: root.summaryState === FileListModel.Failed
+        name: "warning"
+        size: Theme.iconSmallSize
+        tint: Theme.error
+    }
+    PlainLabel {
+        id: failure
+
+        anchors.left: path.left
+        anchors.leftMargin: Theme.iconSmallSize + 6
+        y: 28
+        width: Math.min(implicitWidth, path.width - anchors.leftMargin - (recovery.visible ? recovery.width + Theme.spaceS : 0))
+        visible: root.summaryState === FileListModel.Failed
+        text: root.summary
+        color: Theme.error
+        Accessible.ignored: true
+    }
+    PlainLabel {
+        id: recovery
+
+        anchors.left: failure.right
+        anchors.leftMargin: Theme.spaceS
+        y: 28
+        visible: text !== ""
+        text: root.recoveryLabel
+        color: Theme.accent
         Accessible.ignored: true
     }
 
@@ -115,4 +179,7 @@ Item {
         cursorShape: Qt.PointingHandCursor
         onClicked: root.opened()
     }
+
+    onPathChanged: root.appeared(root.path)
+    Component.onCompleted: root.appeared(root.path)
 }

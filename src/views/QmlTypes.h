@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppCoordinator.h"
+#include "app/ChatThreadViewModel.h"
 #include "app/DiffViewModel.h"
 #include "app/FileListViewModel.h"
 #include "app/PickerViewModel.h"
@@ -51,6 +52,14 @@ struct DiffViewModelForQml
     Q_GADGET
     QML_FOREIGN(vantrel::DiffViewModel)
     QML_NAMED_ELEMENT(DiffViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct ChatThreadViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::ChatThreadViewModel)
+    QML_NAMED_ELEMENT(ChatThreadViewModel)
     QML_UNCREATABLE("Made by the application.")
 };
 

@@ -91,25 +91,9 @@ Rectangle {
             }
         }
 
-        SequentialAnimation {
+        PulseAnimation {
+            target: rows
             running: root.visible && !Theme.reducesMotion
-            loops: Animation.Infinite
-
-            NumberAnimation {
-                target: rows
-                property: "strength"
-                from: 1
-                to: 0.45
-                duration: Theme.pulseDuration / 2
-                easing.type: Easing.InOutSine
-            }
-            NumberAnimation {
-                target: rows
-                property: "strength"
-                to: 1
-                duration: Theme.pulseDuration / 2
-                easing.type: Easing.InOutSine
-            }
         }
     }
 }

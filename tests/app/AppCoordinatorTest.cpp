@@ -1,5 +1,7 @@
 #include "app/AppCoordinator.h"
+
 #include "Samples.h"
+#include "ai/AIResultCache.h"
 #include "support/CallLog.h"
 
 #include <gtest/gtest.h>
@@ -110,6 +112,47 @@ TEST(AppCoordinator, WritingTheBranchNotifiesOnlyOnAChange)
 
     const QStringList expected{u"currentBranchChanged"_s, u"currentBranchChanged"_s};
     EXPECT_EQ(log.entries(), expected);
+}
+
+TEST(AppCoordinator, WritingTheCacheNotifiesOnlyOfAnotherOne)
+{
+    AppCoordinator coordinator;
+    int changes = 0;
+    QObject::connect(&coordinator, &AppCoordinator::aiResultCacheChanged, [&] { ++changes; });
+    const auto other = std::make_shared<AIResultCache>();
+
+    coordinator.setAiResultCache(coordinator.aiResultCache());
+    EXPECT_EQ(changes, 0);
+    coordinator.setAiResultCache(other);
+    coordinator.setAiResultCache(other);
+
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(coordinator.aiResultCache(), other);
+}
+
+TEST(AppCoordinator, EachOpeningStartsWithACacheOfItsOwn)
+{
+    AppCoordinator coordinator;
+    const auto first = coordinator.aiResultCache();
+    coordinator.openRepository(sampleRepo(u"orchard"_s));
+    const auto second = coordinator.aiResultCache();
+
+    coordinator.openRepository(sampleRepo(u"orchard"_s));
+
+    EXPECT_NE(first, nullptr);
+    EXPECT_NE(second, first);
+    EXPECT_NE(coordinator.aiResultCache(), second);
+}
+
+TEST(AppCoordinator, GoingBackToThePickerKeepsTheCache)
+{
+    AppCoordinator coordinator;
+    coordinator.openRepository(sampleRepo(u"orchard"_s));
+    const auto cache = coordinator.aiResultCache();
+
+    coordinator.setRoute(AppCoordinator::PickerRoute());
+
+    EXPECT_EQ(coordinator.aiResultCache(), cache);
 }
 
 TEST(AppCoordinator, OpeningARepositoryShowsItsFilesAndForgetsTheBranch)

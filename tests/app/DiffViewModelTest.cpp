@@ -1,178 +1,9 @@
-#include "app/DiffViewModel.h"
-
-#include "Samples.h"
-#include "ScreenServices.h"
-#include "ai/config/AINotifications.h"
-#include "models/DisplayedHunks.h"
-#include "platform/jobs/RunQueue.h"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <memory>
+#include "DiffViewModelFixture.h"
 
 namespace vantrel::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-using Selection = AppCoordinator::InitialHunkSelection;
-using State = LoadableState<HunkExplanation>;
-
-AIFailure missingKey()
-{
-    AIServiceError error;
-    error.kind = AIServiceError::Case::missingAPIKey;
-    return error;
-}
-
-AIFailure networkFailure()
-{
-    PlatformError error;
-    error.message = u"Connection refused"_s;
-    return error;
-}
-
-State failedWith(const AIFailure &aiFailure)
-{
-    return State::failed(aiFailure.description());
-}
-
-HunkExplanation sampleExplanation()
-{
-    return {u"Bug fix"_s, u"Keeps the last plum."_s, {u"No more loss"_s}, {u"Tested?"_s}};
-}
-
-HunkExplanationStreamEvent prose(const QString &text)
-{
-    return ProseDelta{text};
-}
-
-HunkExplanationStreamEvent completed()
-{
-    return ExplanationCompleted{sampleExplanation()};
-}
-
-ProcessFailure gitFailure()
-{
-    ProcessRunnerError error;
-    error.status = 128;
-    error.message = u"fatal: bad revision\n"_s;
-    return error;
-}
-
-/// The request for hunk `index` of a sample file, as the model's log shows it.
-QString asked(const QString &path, int index)
-{
-    return u"explainHunk %1 | -old %2\n+new %2 | "_s.arg(path).arg(index);
-}
-
-/// Makes `call` once the next coroutine that is ready has run, before any answer that it waits for.
-void afterOneTurn(const std::function<void()> &call)
-{
-    RunQueue::interfaceThread().postFromThread(
-        [call] { RunQueue::interfaceThread().postFromThread(call); });
-}
-
-/// A diff screen over scripted services, with every signal in their log once it is made.
-class DiffViewModelTest : public testing::Test
-{
-protected:
-    void makeViewModel(const FileChange &file, const QList<FileChange> &allFiles,
-                       Selection selection = Selection::first)
-    {
-        viewModel = std::make_unique<DiffViewModel>(
-            AppCoordinator::DiffRoute{repo, file, allFiles, selection}, services.gitWorker,
-            services.aiWorker, services.notice, services.coordinator, services.notificationCenter);
-        record(&DiffViewModel::hunksChanged, u"hunksChanged"_s);
-        record(&DiffViewModel::selectedHunkIndexChanged, u"selectedHunkIndexChanged"_s);
-        record(&DiffViewModel::isLoadingChanged, u"isLoadingChanged"_s);
-        record(&DiffViewModel::errorMessageChanged, u"errorMessageChanged"_s);
-        record(&DiffViewModel::canGoChanged, u"canGoChanged"_s);
-        QObject::connect(viewModel.get(), &DiffViewModel::explanationChanged, [this](int index) {
-            services.log.append(u"explanationChanged %1"_s.arg(index));
-        });
-    }
-
-    void record(void (DiffViewModel::*signal)(), const QString &name)
-    {
-        QObject::connect(viewModel.get(), signal, [this, name] { services.log.append(name); });
-    }
-
-    void load()
-    {
-        viewModel->load();
-        runUntil([this] { return !viewModel->isLoading(); });
-    }
-
-    /// Opens the middle one of three files, which has `hunkCount` hunks, with the notice
-    /// acknowledged and the selected hunk's explanation asked for; forgets the log so far.
-    void open(int hunkCount, Selection selection = Selection::first)
-    {
-        services.notice.acknowledge();
-        makeViewModel(changedFile(u"b.cpp"_s, hunkCount), listing(hunkCount), selection);
-        load();
-        runUntil([this] { return services.ai.explanations.size() == 1; });
-        newEntries();
-    }
-
-    static QList<FileChange> listing(int hunkCount)
-    {
-        return {changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, hunkCount),
-                changedFile(u"c.cpp"_s, 1)};
-    }
-
-    /// Pushes one event of the `number`th explanation and lets it arrive.
-    void push(std::size_t number, HunkExplanationStreamEvent event)
-    {
-        services.ai.explanations.at(number).push(std::move(event));
-        runUntilIdle();
-    }
-
-    void fail(std::size_t number, const AIFailure &aiFailure)
-    {
-        services.ai.explanations.at(number).fail(aiFailure);
-        runUntilIdle();
-    }
-
-    void changeConfiguration()
-    {
-        services.notificationCenter.post(aiConfigurationDidChange);
-        runUntilIdle();
-    }
-
-    void waitForExplanations(std::size_t count)
-    {
-        runUntil([this, count] { return services.ai.explanations.size() == count; });
-    }
-
-    [[nodiscard]] State state(int index) const
-    {
-        return viewModel->hunks().at(index).explanationState;
-    }
-
-    [[nodiscard]] QList<State> states() const
-    {
-        QList<State> all;
-        for (const Hunk &hunk : viewModel->hunks()) {
-            all.append(hunk.explanationState);
-        }
-        return all;
-    }
-
-    /// What has been logged since the last call.
-    QStringList newEntries()
-    {
-        const QStringList all = services.log.entries();
-        const QStringList entries = all.mid(seen);
-        seen = all.size();
-        return entries;
-    }
-
-    ScreenServices services{};
-    std::unique_ptr<DiffViewModel> viewModel{};
-    qsizetype seen = 0;
-    const Repo repo = sampleRepo(u"orchard"_s);
-};
+using DiffViewModelTest = DiffViewModelFixture;
 
 // Loading
 
@@ -194,12 +25,15 @@ TEST_F(DiffViewModelTest, ShowsTheHunksThatTheFileCarriesAndExplainsTheFirst)
     makeViewModel(file, listing(2));
 
     load();
-    waitForExplanations(1);
+    waitForExplanations(2);
 
     QList<Hunk> expectedHunks = displayedHunks(file.hunks);
     expectedHunks[0].explanationState = State::loading();
-    const QStringList expectedLog{u"isLoadingChanged"_s, u"hunksChanged"_s, u"isLoadingChanged"_s,
-                                  u"explanationChanged 0"_s, asked(u"b.cpp"_s, 0)};
+    expectedHunks[1].explanationState = State::loading();
+    const QStringList expectedLog{u"isLoadingChanged"_s,     u"hunksChanged"_s,
+                                  u"isLoadingChanged"_s,     u"explanationChanged 0"_s,
+                                  u"explanationChanged 1"_s, asked(u"b.cpp"_s, 0),
+                                  asked(u"b.cpp"_s, 1)};
     EXPECT_EQ(viewModel->hunks(), expectedHunks);
     EXPECT_EQ(viewModel->selectedHunkIndex(), 0);
     EXPECT_EQ(viewModel->selectedHunk(), &viewModel->hunks().at(0));
@@ -210,7 +44,7 @@ TEST_F(DiffViewModelTest, ShowsTheHunksThatTheFileCarriesAndExplainsTheFirst)
 TEST_F(DiffViewModelTest, AsksGitForTheHunksOfAFileThatCarriesNone)
 {
     services.notice.acknowledge();
-    const QList<RawHunk> rawHunks = changedFile(u"b.cpp"_s, 2).hunks;
+    const QList<RawHunk> rawHunks = changedFile(u"b.cpp"_s, 1).hunks;
     makeViewModel(changedFile(u"b.cpp"_s, 0), listing(0));
     services.git.answerRawHunks(rawHunks);
 
@@ -263,11 +97,12 @@ TEST_F(DiffViewModelTest, OpeningWithLastSelectsAndExplainsTheLastHunk)
     makeViewModel(changedFile(u"b.cpp"_s, 3), listing(3), Selection::last);
 
     load();
-    waitForExplanations(1);
+    waitForExplanations(2);
 
     const QStringList expectedLog{u"isLoadingChanged"_s,         u"hunksChanged"_s,
                                   u"selectedHunkIndexChanged"_s, u"isLoadingChanged"_s,
-                                  u"explanationChanged 2"_s,     asked(u"b.cpp"_s, 2)};
+                                  u"explanationChanged 2"_s,     u"explanationChanged 0"_s,
+                                  asked(u"b.cpp"_s, 2),          asked(u"b.cpp"_s, 0)};
     EXPECT_EQ(viewModel->selectedHunkIndex(), 2);
     EXPECT_EQ(services.log.entries(), expectedLog);
 }
@@ -331,9 +166,9 @@ TEST_F(DiffViewModelTest, LoadingAgainEndsTheExplanationsOfTheHunksBefore)
     newEntries();
 
     load();
-    waitForExplanations(2);
+    waitForExplanations(3);
 
-    const QList<State> expected{State::loading(), State::idle()};
+    const QList<State> expected{State::loading(), State::loading()};
     EXPECT_EQ(states(), expected);
     EXPECT_EQ(viewModel->streamingExplanationText(0), std::nullopt);
     EXPECT_TRUE(newEntries().contains(u"explainHunk 0 released"_s));
@@ -591,17 +426,20 @@ TEST_F(DiffViewModelTest, AnExplanationStreamsOnWhenAnotherHunkIsSelected)
 
 TEST_F(DiffViewModelTest, HunksThatAreSelectedWhileTheNoticeShowsAreExplainedInTheirOrder)
 {
-    makeViewModel(changedFile(u"b.cpp"_s, 3), listing(3));
+    makeViewModel(changedFile(u"b.cpp"_s, 4), listing(4));
     load();
-    viewModel->select(2);
-    viewModel->select(1);
     runUntil([this] { return services.notice.isShowingNotice(); });
+    runUntilIdle(); // The background run waits with hunk 1.
+    viewModel->select(3);
+    viewModel->select(2);
+    runUntilIdle();
     newEntries();
 
     services.notice.acknowledge();
-    waitForExplanations(3);
+    waitForExplanations(4);
 
-    const QStringList expectedLog{asked(u"b.cpp"_s, 0), asked(u"b.cpp"_s, 2), asked(u"b.cpp"_s, 1)};
+    const QStringList expectedLog{asked(u"b.cpp"_s, 0), asked(u"b.cpp"_s, 1), asked(u"b.cpp"_s, 3),
+                                  asked(u"b.cpp"_s, 2)};
     EXPECT_EQ(newEntries(), expectedLog);
 }
 
@@ -964,16 +802,31 @@ TEST_F(DiffViewModelTest, LeavingBeforeTheFirstTurnOfAnExplanationAsksNothing)
     EXPECT_EQ(services.ai.explanations.size(), 1U);
 }
 
-TEST_F(DiffViewModelTest, LeavingWhileAHunksTextIsWrittenAsksNothing)
+TEST_F(DiffViewModelTest, LeavingWhileTheChangeSetIsWrittenAsksNothing)
 {
-    open(2);
-    viewModel->selectNext();
+    services.notice.acknowledge();
+    makeViewModel(changedFile(u"b.cpp"_s, 1), listing(1));
+    load();
     afterOneTurn([this] { viewModel.reset(); });
 
+    runUntil([this] { return viewModel == nullptr; });
     runUntilIdle();
 
-    EXPECT_EQ(viewModel, nullptr);
-    EXPECT_EQ(services.ai.explanations.size(), 1U);
+    EXPECT_EQ(services.ai.explanations.size(), 0U);
+}
+
+TEST_F(DiffViewModelTest, LeavingWhileTheNarrativeIsMadeExplainsNothing)
+{
+    services.notice.acknowledge();
+    makeViewModelWithoutNarrative(changedFile(u"b.cpp"_s, 1), listing(1));
+    load();
+    runUntil([this] { return services.ai.completions.size() == 1; });
+
+    viewModel.reset();
+    services.ai.completions.at(0).push(narrative);
+    runUntilIdle();
+
+    EXPECT_EQ(services.ai.explanations.size(), 0U);
 }
 
 TEST_F(DiffViewModelTest, LeavingWhileTheNoticeShowsAsksNothing)

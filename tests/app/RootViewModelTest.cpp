@@ -44,9 +44,8 @@ protected:
 
     QTemporaryDir folders{};
     ScreenServices services{};
-    std::unique_ptr<RootViewModel> root = std::make_unique<RootViewModel>(
-        services.coordinator, services.gitWorker, services.recentRepos, services.aiWorker,
-        services.notice, services.notificationCenter);
+    std::unique_ptr<RootViewModel> root =
+        std::make_unique<RootViewModel>(services.review, services.recentRepos);
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 1)};
     const AppCoordinator::DiffRoute diffRoute{sampleRepo(u"orchard"_s), files.at(0), files,
                                               Selection::first};
@@ -64,8 +63,7 @@ TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)
 TEST_F(RootViewModelTest, ShowsTheRouteThatTheCoordinatorHasAlready)
 {
     services.coordinator.setRoute(diffRoute);
-    const RootViewModel later(services.coordinator, services.gitWorker, services.recentRepos,
-                              services.aiWorker, services.notice, services.notificationCenter);
+    const RootViewModel later(services.review, services.recentRepos);
 
     ASSERT_NE(later.diff(), nullptr);
     EXPECT_EQ(later.diff()->file(), files.at(0));
@@ -146,6 +144,7 @@ TEST_F(RootViewModelTest, AFileListThatIsLeftIsCancelledAtOnce)
 TEST_F(RootViewModelTest, ADiffThatIsLeftIsCancelledAtOnce)
 {
     services.notice.acknowledge();
+    services.knowNarrative(files, u"The full picture."_s);
     services.coordinator.setRoute(diffRoute);
     root->diff()->load();
     runUntil([this] { return services.ai.explanations.size() == 1; });

@@ -1,5 +1,7 @@
 #include "ScreenServices.h"
 
+#include "ai/AIResultCache.h"
+#include "app/ChangesetNarrative.h"
 #include "platform/jobs/Job.h"
 #include "platform/jobs/RunQueue.h"
 
@@ -19,6 +21,16 @@ Task<> askForBranch(GitWorker *gitWorker)
     EXPECT_TRUE(branch);
 }
 
+Task<QString> immediately(QString text)
+{
+    co_return text;
+}
+
+Task<> discard(Task<QString> task)
+{
+    co_await std::move(task);
+}
+
 } // namespace
 
 ScreenServices::~ScreenServices()
@@ -30,6 +42,14 @@ void ScreenServices::waitForGit()
 {
     git.answerCurrentBranch(std::optional<QString>());
     const Job job(askForBranch(&gitWorker));
+    runUntil([&job] { return !job.isActive(); });
+}
+
+void ScreenServices::knowNarrative(const QList<FileChange> &files, const QString &narrative)
+{
+    auto telling =
+        coordinator.aiResultCache()->changesetSummary(Changeset(files).key, immediately(narrative));
+    const Job job(discard(std::move(telling)));
     runUntil([&job] { return !job.isActive(); });
 }
 

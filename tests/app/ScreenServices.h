@@ -2,6 +2,7 @@
 
 #include "ai/AIWorker.h"
 #include "app/AppCoordinator.h"
+#include "app/ReviewServices.h"
 #include "git/GitWorker.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/RecentReposStore.h"
@@ -31,6 +32,9 @@ struct ScreenServices
     /// have arrived. Asks for the branch of no repository, which the log shows.
     void waitForGit();
 
+    /// Puts the narrative of these files' change set into the cache, as if it had been asked for.
+    void knowNarrative(const QList<FileChange> &files, const QString &narrative);
+
     CallLog log{};
     QTemporaryDir preferencesFolder{};
     UserDefaults defaults{preferencesFolder.path()};
@@ -44,6 +48,8 @@ struct ScreenServices
     FakeChatHistory chatHistory{log};
     KeychainAccessNotice notice{defaults};
     AppCoordinator coordinator{};
+    ReviewServices review{gitWorker,   aiWorker,    notice,
+                          chatHistory, coordinator, notificationCenter};
 };
 
 /// Runs what is ready on the interface thread.

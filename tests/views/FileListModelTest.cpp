@@ -27,7 +27,7 @@ protected:
     QVariant value(int row, int role) const { return model.data(model.index(row), role); }
 
     ScreenServices services{};
-    FileListViewModel viewModel{sampleRepo(u"repo"_s), services.gitWorker, services.coordinator};
+    FileListViewModel viewModel{sampleRepo(u"repo"_s), services.review};
     FileListModel model{};
     QAbstractItemModelTester tester{&model,
                                     QAbstractItemModelTester::FailureReportingMode::Warning};

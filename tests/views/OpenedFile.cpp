@@ -13,9 +13,8 @@ OpenedFile::OpenedFile(const FileChange &file, const QList<FileChange> &neighbou
     route.repo = sampleRepo(u"repo"_s);
     route.file = file;
     route.allFiles = QList<FileChange>{file} + neighbours;
-    m_diff = std::make_unique<DiffViewModel>(route, m_services.gitWorker, m_services.aiWorker,
-                                             m_services.notice, m_services.coordinator,
-                                             m_services.notificationCenter);
+    m_services.knowNarrative(route.allFiles, QString());
+    m_diff = std::make_unique<DiffViewModel>(route, m_services.review);
     if (file.hunks.isEmpty()) {
         m_services.git.answerRawHunks(QList<RawHunk>());
     }

@@ -18,9 +18,7 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
     if (hasAcknowledgedNotice) {
         m_services->notice.acknowledge();
     }
-    m_root = std::make_unique<RootViewModel>(m_services->coordinator, m_services->gitWorker,
-                                             m_services->recentRepos, m_services->aiWorker,
-                                             m_services->notice, m_services->notificationCenter);
+    m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos);
     Q_EMIT started();
 }
 

@@ -132,6 +132,36 @@ QList<FileChange> sampleFiles()
     };
 }
 
+QHash<QString, QString> sampleSummaries()
+{
+    return {
+        {u"CMakeLists.txt"_s, u"Builds the new refresh gate and drops the retired retry source."_s},
+        {u"docs/token-refresh.md"_s,
+         u"Describes when a token is refreshed and what a caller sees if it fails."_s},
+        {u"src/auth/refresh_gate.cpp"_s,
+         u"Lets one thread refresh the token while the others wait for its result."_s},
+        {u"src/auth/refresh_gate.h"_s,
+         u"Declares the gate that joins simultaneous refreshes into one."_s},
+        {u"src/auth/token_store.cpp"_s,
+         u"Refreshes expired access tokens once and shares the result between waiting callers."_s},
+        {u"src/http/client.cpp"_s,
+         u"Asks for a fresh token after a 401 and repeats the request."_s},
+        {u"src/http/legacy_retry.cpp"_s, u"Removes the retry loop that nothing uses any more."_s},
+        {u"src/http/retry_policy.cpp"_s, u"Leaves the sign-in failures to the token store."_s},
+        {u"tests/auth/token_store_test.cpp"_s,
+         u"Covers simultaneous refreshes and a refresh token that was revoked."_s},
+    };
+}
+
+QString sampleNarrative()
+{
+    return u"This change makes expired sign-ins recover without asking the user again. The token "
+           "store now refreshes an access token once and shares the result between every caller "
+           "that is waiting for it, through a new refresh gate. The HTTP client asks the store for "
+           "a fresh token after a 401 and repeats the request, which replaces the old retry loop; "
+           "that loop and its tests are removed."_s;
+}
+
 QList<HunkExplanation> sampleExplanations()
 {
     HunkExplanation margins;
@@ -149,6 +179,7 @@ QList<HunkExplanation> sampleExplanations()
         "token. The HTTP client relies on this when it repeats a request after a 401."_s;
     heart.points = {u"Callers must now handle SignInRequired."_s,
                     u"The mutex is no longer held during the request."_s};
+    heart.suggestedQuestions = {u"What should I test?"_s, u"Why 30 seconds?"_s};
 
     HunkExplanation clearing;
     clearing.tag = u"Behaviour"_s;

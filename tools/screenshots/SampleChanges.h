@@ -4,7 +4,9 @@
 #include "models/HunkExplanation.h"
 #include "models/Repo.h"
 
+#include <QHash>
 #include <QList>
+#include <QString>
 
 namespace vantrel::screenshots {
 
@@ -16,6 +18,12 @@ namespace vantrel::screenshots {
 
 /// The rows of `sampleFiles()` that the pictures open.
 enum class SampleRow { withoutText = 1, tokenStore = 5 };
+
+/// What the model says of each file that has text, by path.
+[[nodiscard]] QHash<QString, QString> sampleSummaries();
+
+/// And of all of them.
+[[nodiscard]] QString sampleNarrative();
 
 /// What the model says of the hunks of the file at `SampleRow::tokenStore`, in their order.
 [[nodiscard]] QList<HunkExplanation> sampleExplanations();

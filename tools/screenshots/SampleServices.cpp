@@ -2,23 +2,9 @@
 
 #include "ai/HunkExplanationStreamEvent.h"
 
-#include <utility>
-
 namespace vantrel::screenshots {
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// Of everything that no picture shows.
-AIFailure notScripted()
-{
-    AIServiceError error;
-    error.kind = AIServiceError::Case::invalidResponse;
-    return error;
-}
-
-} // namespace
 
 SampleGitService::Listing SampleGitService::changedFiles(const QUrl &, const ListingControl &)
 {
@@ -41,44 +27,55 @@ SampleGitService::Branch SampleGitService::currentBranch(const QUrl &)
 
 Task<Result<QString, AIFailure>> SampleAIService::complete(QString, QString)
 {
-    co_return failure(notScripted());
+    while (m_narrative.isEmpty()) {
+        co_await m_never.wait();
+    }
+    co_return m_narrative;
 }
 
-Task<Result<QString, AIFailure>> SampleAIService::summarizeFile(QString, QString)
+Task<Result<QString, AIFailure>> SampleAIService::summarizeFile(QString path, QString)
 {
-    co_return failure(notScripted());
+    while (!m_summaries.contains(path)) {
+        co_await m_never.wait();
+    }
+    co_return m_summaries.value(path);
 }
 
-ExplanationStream SampleAIService::explainHunk(QString, QString, QString)
+ExplanationStream SampleAIService::explainHunk(QString, QString hunkText, QString)
 {
-    ExplanationChannel &channel = m_channels.emplace_back();
-    if (m_replies.isEmpty()) {
-        return channel.stream();
+    auto &channel = m_explanationChannels.emplace_back();
+    const Explanation scripted = m_explanations.value(hunkText);
+    if (!scripted.prose.isEmpty()) {
+        channel.push(ProseDelta{scripted.prose});
     }
-    const Reply reply = m_replies.takeFirst();
-    if (!reply.prose.isEmpty()) {
-        channel.push(ProseDelta{reply.prose});
-    }
-    if (reply.explanation) {
-        channel.push(ExplanationCompleted{*reply.explanation});
+    if (scripted.explanation) {
+        channel.push(ExplanationCompleted{*scripted.explanation});
         channel.finish();
-    } else if (reply.error) {
-        channel.fail(*reply.error);
+    } else if (scripted.error) {
+        channel.fail(*scripted.error);
     }
     return channel.stream();
 }
 
 TextStream SampleAIService::chatAboutHunk(QString, QString, QList<ChatMessage>)
 {
-    Channel<QString, AIFailure> channel;
-    channel.fail(notScripted());
+    auto &channel = m_answerChannels.emplace_back();
+    const Answer scripted = m_answers.isEmpty() ? Answer() : m_answers.takeFirst();
+    if (!scripted.text.isEmpty()) {
+        channel.push(scripted.text);
+    }
+    if (scripted.error) {
+        channel.fail(*scripted.error);
+    } else if (scripted.isComplete) {
+        channel.finish();
+    }
     return channel.stream();
 }
 
 Task<Result<QStringList, AIFailure>> SampleAIService::suggestQuestions(QString, QString,
                                                                        QList<ChatMessage>)
 {
-    co_return failure(notScripted());
+    co_return m_questions;
 }
 
 } // namespace vantrel::screenshots

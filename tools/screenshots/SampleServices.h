@@ -3,8 +3,11 @@
 #include "ai/AIServicing.h"
 #include "git/GitServicing.h"
 #include "platform/jobs/Channel.h"
+#include "platform/jobs/WaiterList.h"
 
+#include <QHash>
 #include <QSemaphore>
+#include <QStringList>
 
 #include <deque>
 #include <optional>
@@ -36,20 +39,37 @@ private:
     QSemaphore m_gate;
 };
 
-/// A model that is read from a script and stops wherever the script does. Thread: interface.
+/// A model that answers from a script; what the script leaves out stays open. Thread: interface.
 class SampleAIService final : public AIServicing
 {
 public:
-    /// The replies to the explanations that will be asked for, in that order. A reply stays open
-    /// until it is completed or fails.
-    struct Reply
+    /// One streamed reply. It stays open until it is completed or fails.
+    struct Explanation
     {
         QString prose{};
         std::optional<HunkExplanation> explanation{};
         std::optional<AIServiceError> error{};
     };
+    struct Answer
+    {
+        QString text{};
+        bool isComplete = false;
+        std::optional<AIServiceError> error{};
+    };
+    using Summary = Result<QString, AIFailure>;
 
-    void setReplies(QList<Reply> replies) { m_replies = std::move(replies); }
+    void setNarrative(const QString &narrative) { m_narrative = narrative; }
+    void setSummaries(QHash<QString, Summary> byPath) { m_summaries = std::move(byPath); }
+    void setExplanation(const QString &hunkText, const Explanation &explanation)
+    {
+        m_explanations.insert(hunkText, explanation);
+    }
+
+    /// The answers to the questions that will be asked, in that order.
+    void setAnswers(QList<Answer> answers) { m_answers = std::move(answers); }
+
+    /// Those that follow each answer.
+    void setQuestions(const QStringList &questions) { m_questions = questions; }
 
     Task<Result<QString, AIFailure>> complete(QString systemPrompt, QString userMessage) override;
     Task<Result<QString, AIFailure>> summarizeFile(QString path, QString diffText) override;
@@ -60,10 +80,14 @@ public:
                                                           QList<ChatMessage> conversation) override;
 
 private:
-    using ExplanationChannel = Channel<HunkExplanationStreamEvent, AIFailure>;
-
-    QList<Reply> m_replies{};
-    std::deque<ExplanationChannel> m_channels{};
+    QString m_narrative{};
+    QHash<QString, Summary> m_summaries{};
+    QHash<QString, Explanation> m_explanations{};
+    QList<Answer> m_answers{};
+    QStringList m_questions{};
+    WaiterList m_never{};
+    std::deque<Channel<HunkExplanationStreamEvent, AIFailure>> m_explanationChannels{};
+    std::deque<Channel<QString, AIFailure>> m_answerChannels{};
 };
 
 } // namespace vantrel::screenshots

@@ -2,6 +2,9 @@
 
 #include "SampleChanges.h"
 
+#include "ai/OpenAICompatibleAIService.h"
+#include "models/DiffText.h"
+#include "models/DisplayedHunks.h"
 #include "views/CodePanesItem.h"
 #include "views/IconProvider.h"
 
@@ -28,29 +31,65 @@ ProcessFailure gitFailure(const QString &message)
     return error;
 }
 
-SampleAIService::Reply completed(int hunkIndex)
+SampleAIService::Explanation completed(int hunkIndex)
 {
-    SampleAIService::Reply reply;
-    reply.explanation = sampleExplanations().at(hunkIndex);
-    return reply;
+    SampleAIService::Explanation scripted;
+    scripted.explanation = sampleExplanations().at(hunkIndex);
+    return scripted;
 }
 
-SampleAIService::Reply halfWritten()
+SampleAIService::Explanation halfWritten()
 {
     const QString prose = sampleExplanations().at(1).explanation;
     const QString lastWords = u"leaves with"_s;
-    SampleAIService::Reply reply;
-    reply.prose = prose.first(prose.indexOf(lastWords) + lastWords.size());
-    return reply;
+    SampleAIService::Explanation scripted;
+    scripted.prose = prose.first(prose.indexOf(lastWords) + lastWords.size());
+    return scripted;
 }
 
-SampleAIService::Reply withoutKey()
+AIServiceError serviceError(AIServiceError::Case kind)
 {
     AIServiceError error;
-    error.kind = AIServiceError::Case::missingAPIKey;
-    SampleAIService::Reply reply;
-    reply.error = error;
-    return reply;
+    error.kind = kind;
+    return error;
+}
+
+SampleAIService::Explanation withoutKey()
+{
+    SampleAIService::Explanation scripted;
+    scripted.error = serviceError(AIServiceError::Case::missingAPIKey);
+    return scripted;
+}
+
+SampleAIService::Answer wholeAnswer()
+{
+    SampleAIService::Answer answer;
+    answer.text = u"HttpClient::send does. It lets the exception pass after one retry, and the "
+                  "session screen turns it into the sign-in page. The background sync does not "
+                  "catch it yet, so a revoked token ends that thread."_s;
+    answer.isComplete = true;
+    return answer;
+}
+
+SampleAIService::Answer withoutCredits()
+{
+    SampleAIService::Answer answer;
+    answer.error = errorForStatus(402);
+    return answer;
+}
+
+/// Every file's summary, but for one that failed for each kind of reason.
+QHash<QString, SampleAIService::Summary> mixedSummaries()
+{
+    QHash<QString, SampleAIService::Summary> summaries;
+    const QHash<QString, QString> sentences = sampleSummaries();
+    for (auto entry = sentences.cbegin(); entry != sentences.cend(); ++entry) {
+        summaries.insert(entry.key(), entry.value());
+    }
+    summaries.insert(u"src/http/legacy_retry.cpp"_s,
+                     failure(AIFailure(serviceError(AIServiceError::Case::invalidAPIKey))));
+    summaries.insert(u"src/http/retry_policy.cpp"_s, failure(AIFailure(errorForStatus(429))));
+    return summaries;
 }
 
 } // namespace
@@ -78,6 +117,7 @@ Scene::Scene(AppAppearance appearance)
     , m_appearance(m_appearanceController)
     , m_gitWorker(m_git)
     , m_aiWorker(m_ai)
+    , m_chatHistory(m_defaults)
 {
     m_appearanceController.setAppearance(appearance);
 }
@@ -96,8 +136,10 @@ QImage Scene::picture(const QString &state, QSize size)
         }
     }
     m_notice = std::make_unique<KeychainAccessNotice>(m_defaults);
-    m_rootViewModel = std::make_unique<RootViewModel>(m_coordinator, m_gitWorker, m_recentRepos,
-                                                      m_aiWorker, *m_notice, m_notificationCenter);
+    m_rootViewModel = std::make_unique<RootViewModel>(
+        ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
+                       m_notificationCenter},
+        m_recentRepos);
     m_engine = std::make_unique<QQmlApplicationEngine>();
     m_engine->setNetworkAccessManagerFactory(&m_networkAccess);
     m_engine->addImageProvider(u"icon"_s, new IconProvider);
@@ -131,7 +173,8 @@ const QList<Scene::State> &Scene::all()
         {u"picker-recents"_s, [](Scene &scene) { scene.showRecents(); }},
         {u"picker-refused"_s, [](Scene &scene) { scene.showRefusal(); }},
         {u"files-loading"_s, [](Scene &scene) { scene.showLoadingFiles(); }},
-        {u"files-loaded"_s, [](Scene &scene) { scene.showFiles(sampleFiles()); }},
+        {u"files-summaries"_s, [](Scene &scene) { scene.showFirstSummary(); }},
+        {u"files-loaded"_s, [](Scene &scene) { scene.showSummaries(); }},
         {u"files-clean"_s, [](Scene &scene) { scene.showFiles(QList<FileChange>()); }},
         {u"files-git-error"_s,
          [](Scene &scene) {
@@ -151,6 +194,9 @@ const QList<Scene::State> &Scene::all()
         {u"diff-no-changes"_s,
          [](Scene &scene) { scene.showFile(static_cast<int>(SampleRow::withoutText)); }},
         {u"diff-git-error"_s, [](Scene &scene) { scene.showGitErrorOfDiff(); }},
+        {u"diff-thinking"_s, [](Scene &scene) { scene.showQuestion({}); }},
+        {u"diff-chat"_s, [](Scene &scene) { scene.showQuestion(wholeAnswer()); }},
+        {u"diff-chat-error"_s, [](Scene &scene) { scene.showFailedQuestion(); }},
         {u"keychain-notice"_s, [](Scene &scene) { scene.showNotice(); }},
     };
     return states;
@@ -209,31 +255,84 @@ void Scene::showFile(int row)
     wait([this] { return !m_rootViewModel->diff()->isLoading(); });
 }
 
-void Scene::showTokenStore(const SampleAIService::Reply &secondReply)
+void Scene::showFirstSummary()
 {
-    m_ai.setReplies({completed(0), secondReply});
+    const QString path = sampleFiles().first().path;
+    m_ai.setSummaries({{path, sampleSummaries().value(path)}});
+    showFiles(sampleFiles());
+    const FileListViewModel &list = *m_rootViewModel->fileList();
+    wait([&list] { return list.files().first().summaryState.isLoaded(); });
+}
+
+void Scene::showSummaries()
+{
+    m_ai.setSummaries(mixedSummaries());
+    m_ai.setNarrative(sampleNarrative());
+    showFiles(sampleFiles());
+    const FileListViewModel &list = *m_rootViewModel->fileList();
+    wait([&list] { return !list.narrative().isEmpty(); });
+}
+
+void Scene::showTokenStore(const SampleAIService::Explanation &second)
+{
+    m_ai.setSummaries(mixedSummaries());
+    m_ai.setNarrative(sampleNarrative());
+    const QList<Hunk> hunks =
+        displayedHunks(sampleFiles().at(static_cast<int>(SampleRow::tokenStore)).hunks);
+    for (int index = 0; index < int(hunks.size()); ++index) {
+        m_ai.setExplanation(hunkDiffText(hunks.at(index)), index == 1 ? second : completed(index));
+    }
     showFile(static_cast<int>(SampleRow::tokenStore));
     DiffViewModel &diff = *m_rootViewModel->diff();
-    wait([&diff] { return diff.selectedHunk()->explanationState.isLoaded(); });
     diff.select(1);
     wait([&] {
-        return secondReply.error
-                   ? diff.selectedHunk()->explanationState.isFailed()
-                   : diff.streamingExplanationText(1).value_or(QString()) == secondReply.prose;
+        const LoadableState<HunkExplanation> &state = diff.selectedHunk()->explanationState;
+        const QString prose = diff.streamingExplanationText(1).value_or(QString());
+        return state.isLoaded() || state.isFailed() ||
+               (state.isLoading() && diff.hunks().at(0).explanationState.isLoaded() &&
+                prose == second.prose);
     });
     waitForLines();
 }
 
 void Scene::showLoadedTokenStore()
 {
-    m_ai.setReplies({completed(0), completed(2), completed(3), completed(1)});
-    showFile(static_cast<int>(SampleRow::tokenStore));
-    DiffViewModel &diff = *m_rootViewModel->diff();
-    for (const int hunkIndex : {0, 2, 3, 0, 1}) {
-        diff.select(hunkIndex);
-        wait([&diff] { return diff.selectedHunk()->explanationState.isLoaded(); });
+    showTokenStore(completed(1));
+    const DiffViewModel &diff = *m_rootViewModel->diff();
+    wait([&diff] { return diff.hunks().last().explanationState.isLoaded(); });
+}
+
+void Scene::showQuestion(const SampleAIService::Answer &answer)
+{
+    m_ai.setAnswers({answer});
+    m_ai.setQuestions({u"Is that new with this change?"_s, u"How would I test it?"_s});
+    showLoadedTokenStore();
+    ask(u"Who catches SignInRequired?"_s);
+    if (answer.isComplete) {
+        const ChatThreadViewModel &chat = *m_rootViewModel->diff()->chatViewModel(1);
+        wait([&chat] { return !chat.isReplyInProgress() && !chat.isRefreshingSuggestions(); });
+        m_rootViewModel->diff()->chatViewModel(1)->setDraft(
+            u"Does the 30 second margin break short-lived test tokens?"_s);
     }
-    waitForLines();
+}
+
+void Scene::showFailedQuestion()
+{
+    m_ai.setAnswers({wholeAnswer(), withoutCredits()});
+    m_ai.setQuestions({u"What should I test?"_s, u"Why 30 seconds?"_s});
+    showLoadedTokenStore();
+    ask(u"Who catches SignInRequired?"_s);
+    const ChatThreadViewModel &chat = *m_rootViewModel->diff()->chatViewModel(1);
+    wait([&chat] { return !chat.isReplyInProgress() && !chat.isRefreshingSuggestions(); });
+    ask(u"Is that new with this change?"_s);
+    wait([&chat] { return !chat.errorMessage().isEmpty(); });
+}
+
+void Scene::ask(const QString &question)
+{
+    ChatThreadViewModel &chat = *m_rootViewModel->diff()->chatViewModel(1);
+    chat.setDraft(question);
+    chat.send();
 }
 
 void Scene::showGitErrorOfDiff()

@@ -8,6 +8,7 @@
 #include "app/AppCoordinator.h"
 #include "app/RootViewModel.h"
 #include "git/GitWorker.h"
+#include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
@@ -58,8 +59,13 @@ private:
     void showLoadingFiles();
     void showNotice();
     void showFile(int row);
-    void showTokenStore(const SampleAIService::Reply &secondReply);
+    void showFirstSummary();
+    void showSummaries();
+    void showTokenStore(const SampleAIService::Explanation &second);
     void showLoadedTokenStore();
+    void showQuestion(const SampleAIService::Answer &answer);
+    void showFailedQuestion();
+    void ask(const QString &question);
     void showGitErrorOfDiff();
 
     /// Runs the event loop until `isReached`.
@@ -78,6 +84,7 @@ private:
     GitWorker m_gitWorker;
     SampleAIService m_ai{};
     AIWorker m_aiWorker;
+    ChatHistoryWorker m_chatHistory;
     AppCoordinator m_coordinator{};
     std::unique_ptr<KeychainAccessNotice> m_notice{};
     std::unique_ptr<RootViewModel> m_rootViewModel{};
