@@ -1,18 +1,15 @@
 #include "app/OrbiskApp.h"
 #include "git/GitEnvironment.h"
 #include "platform/jobs/RunQueue.h"
-#include "views/DenyingNetworkAccess.h"
-#include "views/IconProvider.h"
+#include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
 
 #include <QCommandLineParser>
 #include <QFileInfo>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <QQmlApplicationEngine>
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
 
@@ -120,19 +117,8 @@ int runApplication(int argc, char **argv, const QString &folder)
 
     vantrel::OrbiskApp app(places());
     vantrel::SystemAppearance appearance(app.appearanceController());
-    vantrel::DenyingNetworkAccess networkAccess;
-    QQmlApplicationEngine engine;
-    engine.setNetworkAccessManagerFactory(&networkAccess);
-    engine.addImageProvider(u"icon"_s, new vantrel::IconProvider);
-    engine.addImportPath(u"qrc:/qt/qml"_s);
-    engine.setInitialProperties({
-        {u"viewModel"_s, QVariant::fromValue(&app.rootViewModel())},
-        {u"appearance"_s, QVariant::fromValue(&appearance)},
-        {u"uiFamily"_s, QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()},
-        {u"codeFamily"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family()},
-    });
-    engine.load(QUrl(u"qrc:/qt/qml/Vantrel/Main.qml"_s));
-    if (engine.rootObjects().isEmpty()) {
+    const vantrel::MainWindow window(app.rootViewModel(), appearance);
+    if (window.window() == nullptr) {
         std::fputs("vantrel: the window could not be made\n", stderr);
         return 1;
     }

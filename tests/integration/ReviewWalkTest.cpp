@@ -1,87 +1,17 @@
 // The whole application but its window: real child processes on a real repository, real sockets to
 // the sample provider, preferences in a folder of their own.
 
-#include "SampleProcesses.h"
-#include "ai/AIPrompts.h"
-#include "app/OrbiskApp.h"
-#include "git/GitEnvironment.h"
-#include "models/DiffText.h"
+#include "ReviewWalkFixture.h"
 #include "support/ProcessRun.h"
-#include "support/Spin.h"
-
-#include <gtest/gtest.h>
 
 #include <QDir>
-#include <QJsonArray>
-#include <QTemporaryDir>
 
 #include <algorithm>
 
-namespace vantrel {
+namespace vantrel::test {
 namespace {
 
-using namespace Qt::Literals::StringLiterals;
-
-class ReviewWalk : public testing::Test
-{
-protected:
-    static void SetUpTestSuite() { pinGitEnvironment(); }
-
-    /// Starts the application, set up for the provider at `baseURL`.
-    void start(const QString &baseURL)
-    {
-        m_repository = test::makeDemoRepository(m_folder.path());
-        OrbiskApp::Places places;
-        places.preferencesFolder = m_folder.filePath(u"preferences"_s);
-        places.keychainService = u"com.orbisk.apikeys.tests"_s;
-        UserDefaults defaults(places.preferencesFolder);
-        ASSERT_TRUE(defaults.setText(u"aiProvider"_s, u"custom"_s));
-        ASSERT_TRUE(defaults.setText(u"aiBaseURL"_s, baseURL));
-        ASSERT_TRUE(defaults.setText(u"aiModel"_s, u"sample"_s));
-        ASSERT_TRUE(defaults.setBoolean(u"keychainAccessNotice.hasAcknowledged"_s, true));
-        m_app.emplace(places);
-    }
-
-    RootViewModel &root() { return m_app->rootViewModel(); }
-
-    void openRepository()
-    {
-        root().openFolder(QUrl::fromLocalFile(m_repository));
-        test::spinUntil([this] { return root().fileList() != nullptr; });
-        root().fileList()->load();
-        test::spinUntil([this] { return !root().fileList()->isLoading(); });
-    }
-
-    void openFile(const QString &path)
-    {
-        const QList<FileChange> &files = root().fileList()->files();
-        const auto found = std::find_if(files.cbegin(), files.cend(),
-                                        [&](const FileChange &file) { return file.path == path; });
-        ASSERT_NE(found, files.cend());
-        root().fileList()->openFile(int(found - files.cbegin()));
-        loadDiff();
-    }
-
-    void loadDiff()
-    {
-        ASSERT_NE(root().diff(), nullptr);
-        root().diff()->load();
-        test::spinUntil([this] { return !root().diff()->isLoading(); });
-    }
-
-    void awaitExplanation()
-    {
-        test::spinUntil([this] {
-            const Hunk *const hunk = root().diff()->selectedHunk();
-            return hunk != nullptr && !hunk->explanationState.isLoading() &&
-                   !hunk->explanationState.isIdle();
-        });
-    }
-
-    QTemporaryDir m_folder{};
-    QString m_repository{};
-    std::optional<OrbiskApp> m_app{};
-};
+using ReviewWalk = ReviewWalkFixture;
 
 QStringList described(const QList<FileChange> &files)
 {
@@ -95,7 +25,7 @@ QStringList described(const QList<FileChange> &files)
 
 TEST_F(ReviewWalk, ListsEveryKindOfChangeOfTheSampleRepository)
 {
-    const test::SampleProvider provider;
+    const SampleProvider provider;
     start(provider.baseURL());
 
     openRepository();
@@ -120,47 +50,9 @@ TEST_F(ReviewWalk, ListsEveryKindOfChangeOfTheSampleRepository)
     EXPECT_EQ(root().fileList()->errorMessage(), QString());
 }
 
-TEST_F(ReviewWalk, ExplainsTheSelectedHunkWithTheExpectedRequest)
-{
-    const test::SampleProvider provider;
-    start(provider.baseURL());
-    openRepository();
-
-    openFile(u"src/auth/token_store.cpp"_s);
-    awaitExplanation();
-
-    const Hunk &hunk = root().diff()->hunks().at(0);
-    HunkExplanation expected;
-    expected.tag = u"Behaviour"_s;
-    expected.explanation =
-        u"This is a sample answer; no model was asked. The hunk in "
-        "`src/auth/token_store.cpp` adds 2 lines and removes 1 line. Its first changed word is "
-        "`constexpr`."_s;
-    expected.points = {u"2 lines added, 1 line removed."_s, u"Made by fixed rules."_s};
-    expected.suggestedQuestions = {u"What could break?"_s, u"How is it tested?"_s};
-    ASSERT_TRUE(hunk.explanationState.isLoaded());
-    EXPECT_EQ(*hunk.explanationState.value(), expected);
-    const QList<QJsonObject> requests = provider.requests();
-    ASSERT_EQ(requests.size(), 1);
-    const QString message = prompts::hunkExplanationMessage(u"src/auth/token_store.cpp"_s,
-                                                            hunkDiffText(hunk), QString());
-    const QJsonObject body{
-        {u"model"_s, u"sample"_s},
-        {u"stream"_s, true},
-        {u"messages"_s,
-         QJsonArray{
-             QJsonObject{{u"role"_s, u"system"_s}, {u"content"_s, prompts::hunkExplanation()}},
-             QJsonObject{{u"role"_s, u"user"_s}, {u"content"_s, message}},
-         }},
-    };
-    EXPECT_EQ(requests.first()["body"_L1].toObject(), body);
-    EXPECT_EQ(requests.first()["path"_L1].toString(), u"/v1/chat/completions"_s);
-    EXPECT_FALSE(requests.first()["hasAuthorization"_L1].toBool());
-}
-
 TEST_F(ReviewWalk, StepsThroughTheHunksAndAcrossTheFilesInBothDirections)
 {
-    const test::SampleProvider provider;
+    const SampleProvider provider;
     start(provider.baseURL());
     openRepository();
     openFile(u"src/auth/token_store.cpp"_s);
@@ -192,7 +84,7 @@ TEST_F(ReviewWalk, StepsThroughTheHunksAndAcrossTheFilesInBothDirections)
 
 TEST_F(ReviewWalk, ShowsTheSentenceOfAProviderThatRefusesTheKey)
 {
-    const test::SampleProvider provider({u"--status"_s, u"401"_s});
+    const SampleProvider provider({u"--status"_s, u"401"_s});
     start(provider.baseURL());
     openRepository();
 
@@ -207,7 +99,7 @@ TEST_F(ReviewWalk, ShowsTheSentenceOfAProviderThatRefusesTheKey)
 
 TEST_F(ReviewWalk, ShowsAFailureOfADeadProviderAndKeepsTheHunks)
 {
-    test::SampleProvider provider;
+    SampleProvider provider;
     start(provider.baseURL());
     openRepository();
     provider.kill();
@@ -222,11 +114,11 @@ TEST_F(ReviewWalk, ShowsAFailureOfADeadProviderAndKeepsTheHunks)
 
 TEST_F(ReviewWalk, RefusesAFolderWithoutARepositoryAndStaysWhereItWas)
 {
-    const test::SampleProvider provider;
+    const SampleProvider provider;
     start(provider.baseURL());
 
     root().openFolder(QUrl::fromLocalFile(m_folder.path()));
-    test::spinUntil([this] { return !root().picker()->errorMessage().isEmpty(); });
+    spinUntil([this] { return !root().picker()->errorMessage().isEmpty(); });
 
     EXPECT_EQ(root().fileList(), nullptr);
     EXPECT_EQ(root().coordinator()->routeKind(), AppCoordinator::RouteKind::picker);
@@ -234,13 +126,13 @@ TEST_F(ReviewWalk, RefusesAFolderWithoutARepositoryAndStaysWhereItWas)
 
 TEST_F(ReviewWalk, TellsThatTheRepositoryVanished)
 {
-    const test::SampleProvider provider;
+    const SampleProvider provider;
     start(provider.baseURL());
     openRepository();
 
     ASSERT_TRUE(QDir(m_repository).removeRecursively());
     root().fileList()->load();
-    test::spinUntil([this] { return !root().fileList()->isLoading(); });
+    spinUntil([this] { return !root().fileList()->isLoading(); });
 
     EXPECT_TRUE(root().fileList()->errorMessage().startsWith(u"Couldn't read git status: "_s));
     EXPECT_TRUE(root().fileList()->files().isEmpty());
@@ -248,11 +140,11 @@ TEST_F(ReviewWalk, TellsThatTheRepositoryVanished)
 
 TEST_F(ReviewWalk, LeavesTheRepositoryAsItWas)
 {
-    const test::SampleProvider provider;
+    const SampleProvider provider;
     start(provider.baseURL());
     const auto snapshot = [this] {
-        const test::ProcessRun list = test::run(
-            u"find"_s, {m_repository, u"-type"_s, u"f"_s, u"-printf"_s, u"%p %s %T@ %i\\n"_s});
+        const ProcessRun list =
+            run(u"find"_s, {m_repository, u"-type"_s, u"f"_s, u"-printf"_s, u"%p %s %T@ %i\\n"_s});
         EXPECT_EQ(list.exitCode, 0);
         QByteArrayList lines = list.output.split('\n');
         std::sort(lines.begin(), lines.end());
@@ -268,4 +160,4 @@ TEST_F(ReviewWalk, LeavesTheRepositoryAsItWas)
 }
 
 } // namespace
-} // namespace vantrel
+} // namespace vantrel::test

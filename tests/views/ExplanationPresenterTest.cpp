@@ -79,13 +79,9 @@ TEST_F(ExplanationPresenterTest, HasNoWordsToTheSettingsForAFailureThatTheyCanno
 
 TEST_F(ExplanationPresenterTest, IsSilentAboutOtherHunks)
 {
-    file.awaitExplanations(1);
-    file.diff().select(1);
-    file.awaitExplanations(2);
-    file.diff().select(0);
     const QSignalSpy changes(&presenter, &ExplanationPresenter::changed);
 
-    file.complete(HunkExplanation()); // Of the hunk that was asked for last, the other one.
+    file.completeInBackground(HunkExplanation{u"Bug fix"_s, u"Waits."_s, {}, {}});
 
     EXPECT_EQ(changes.count(), 0);
 }

@@ -24,31 +24,38 @@ OpenedFile::OpenedFile(const FileChange &file, const QList<FileChange> &neighbou
 
 void OpenedFile::pushProse(const QString &text)
 {
-    lastExplanation().push(ProseDelta{text});
+    openExplanation().push(ProseDelta{text});
     runUntilIdle();
 }
 
 void OpenedFile::complete(const HunkExplanation &explanation)
 {
-    lastExplanation().push(ExplanationCompleted{explanation});
+    openExplanation().push(ExplanationCompleted{explanation});
+    runUntilIdle();
+}
+
+void OpenedFile::completeInBackground(const HunkExplanation &explanation)
+{
+    awaitExplanations(2);
+    m_services.ai.explanations.at(1).push(ExplanationCompleted{explanation});
     runUntilIdle();
 }
 
 void OpenedFile::fail(const AIServiceError &error)
 {
-    lastExplanation().fail(error);
+    openExplanation().fail(error);
     runUntilIdle();
 }
 
 void OpenedFile::awaitExplanations(size_t count)
 {
-    runUntil([this, count] { return m_services.ai.explanations.size() == count; });
+    runUntil([this, count] { return m_services.ai.explanations.size() >= count; });
 }
 
-ExplanationChannel &OpenedFile::lastExplanation()
+ExplanationChannel &OpenedFile::openExplanation()
 {
-    runUntil([this] { return m_services.ai.explanations.size() > 0; });
-    return m_services.ai.explanations.back();
+    awaitExplanations(1);
+    return m_services.ai.explanations.front();
 }
 
 } // namespace vantrel::test

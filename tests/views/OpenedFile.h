@@ -16,17 +16,19 @@ public:
     explicit OpenedFile(const FileChange &file, const QList<FileChange> &neighbours = {});
 
     [[nodiscard]] DiffViewModel &diff() { return *m_diff; }
+    [[nodiscard]] ScreenServices &services() { return m_services; }
 
-    /// Returns once the model has been asked that often since the file was opened.
-    void awaitExplanations(size_t count);
-
-    /// Streams prose into the explanation that was asked for last.
+    /// These three concern the explanation of the hunk that is selected at first.
     void pushProse(const QString &text);
     void complete(const HunkExplanation &explanation);
     void fail(const AIServiceError &error);
 
+    /// Ends the explanation of the first other hunk.
+    void completeInBackground(const HunkExplanation &explanation);
+
 private:
-    [[nodiscard]] ExplanationChannel &lastExplanation();
+    void awaitExplanations(size_t count);
+    [[nodiscard]] ExplanationChannel &openExplanation();
 
     ScreenServices m_services{};
     std::unique_ptr<DiffViewModel> m_diff{};

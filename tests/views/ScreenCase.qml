@@ -35,7 +35,7 @@ TestCase {
 
     function openDiff(hunkCounts: var): void {
         root.openFiles(hunkCounts);
-        root.keyClick(Qt.Key_Return);
+        driver.root.fileList.openFile(0);
         root.tryVerify(() => driver.root.diff !== null && !driver.root.diff.isLoading);
     }
 

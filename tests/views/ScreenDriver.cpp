@@ -4,14 +4,33 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace vantrel::test {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+AIFailure missingKey()
+{
+    AIServiceError error;
+    error.kind = AIServiceError::Case::missingAPIKey;
+    return error;
+}
+
+bool isRead(const ExplanationChannel &explanation)
+{
+    return !explanation.isTerminated();
+}
+
+} // namespace
 
 ScreenDriver::~ScreenDriver() = default;
 
 void ScreenDriver::start(bool hasAcknowledgedNotice)
 {
+    m_isNarrativeKnown = true;
     m_root.reset();
     m_folder.emplace();
     m_services = std::make_unique<ScreenServices>();
@@ -46,6 +65,9 @@ void ScreenDriver::answerFiles(const QList<int> &hunkCounts)
     for (qsizetype i = 0; i < hunkCounts.size(); ++i) {
         files.append(changedFile(u"src/file%1.cpp"_s.arg(i), hunkCounts.at(i)));
     }
+    if (m_isNarrativeKnown) {
+        m_services->knowNarrative(files, QString());
+    }
     m_services->git.answerChangedFiles(files);
     m_services->git.answerCurrentBranch(std::optional(u"main"_s));
 }
@@ -64,12 +86,13 @@ void ScreenDriver::answerNoHunks()
 
 int ScreenDriver::explanationCount() const
 {
-    return int(m_services->ai.explanations.size());
+    const auto &explanations = m_services->ai.explanations;
+    return int(std::count_if(explanations.cbegin(), explanations.cend(), isRead));
 }
 
 void ScreenDriver::pushProse(const QString &text)
 {
-    lastExplanation().push(ProseDelta{text});
+    openExplanation().push(ProseDelta{text});
 }
 
 void ScreenDriver::complete(const QString &tag, const QString &prose, const QStringList &points)
@@ -78,19 +101,65 @@ void ScreenDriver::complete(const QString &tag, const QString &prose, const QStr
     explanation.tag = tag;
     explanation.explanation = prose;
     explanation.points = points;
-    lastExplanation().push(ExplanationCompleted{explanation});
+    openExplanation().push(ExplanationCompleted{explanation});
 }
 
 void ScreenDriver::failForMissingKey()
 {
-    AIServiceError error;
-    error.kind = AIServiceError::Case::missingAPIKey;
-    lastExplanation().fail(error);
+    openExplanation().fail(missingKey());
 }
 
-ExplanationChannel &ScreenDriver::lastExplanation()
+int ScreenDriver::summaryCount() const
 {
-    return m_services->ai.explanations.back();
+    return int(m_services->ai.summaries.size());
+}
+
+void ScreenDriver::answerSummary(const QString &summary)
+{
+    m_services->ai.summaries.back().push(summary);
+}
+
+void ScreenDriver::failSummaryForMissingKey()
+{
+    m_services->ai.summaries.back().fail(missingKey());
+}
+
+void ScreenDriver::answerNarrative(const QString &narrative)
+{
+    m_services->ai.completions.back().push(narrative);
+}
+
+int ScreenDriver::answerCount() const
+{
+    return int(m_services->ai.chats.size());
+}
+
+void ScreenDriver::pushAnswer(const QString &text)
+{
+    m_services->ai.chats.back().push(text);
+}
+
+void ScreenDriver::finishAnswer()
+{
+    m_services->ai.chats.back().finish();
+}
+
+void ScreenDriver::failAnswer(const QString &message)
+{
+    PlatformError error;
+    error.message = message;
+    m_services->ai.chats.back().fail(error);
+}
+
+void ScreenDriver::answerQuestions(const QStringList &questions)
+{
+    m_services->ai.suggestions.back().push(questions);
+}
+
+ExplanationChannel &ScreenDriver::openExplanation()
+{
+    auto &explanations = m_services->ai.explanations;
+    return *std::find_if(explanations.begin(), explanations.end(), isRead);
 }
 
 } // namespace vantrel::test

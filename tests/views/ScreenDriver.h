@@ -44,20 +44,38 @@ public:
     /// Answers the question for the hunks of a file without any.
     Q_INVOKABLE void answerNoHunks();
 
+    /// Of those that are still being read.
     Q_INVOKABLE int explanationCount() const;
+
+    /// These three concern the oldest explanation that is still being read.
     Q_INVOKABLE void pushProse(const QString &text);
     Q_INVOKABLE void complete(const QString &tag, const QString &prose, const QStringList &points);
     Q_INVOKABLE void failForMissingKey();
+
+    Q_INVOKABLE int summaryCount() const;
+    Q_INVOKABLE void answerSummary(const QString &summary); ///< The one asked for last.
+    Q_INVOKABLE void failSummaryForMissingKey();
+
+    /// Lets the narrative of the next listing be asked for, instead of being known.
+    Q_INVOKABLE void askForNarrative() { m_isNarrativeKnown = false; }
+    Q_INVOKABLE void answerNarrative(const QString &narrative);
+
+    Q_INVOKABLE int answerCount() const;
+    Q_INVOKABLE void pushAnswer(const QString &text); ///< Of the question asked last, as the next.
+    Q_INVOKABLE void finishAnswer();
+    Q_INVOKABLE void failAnswer(const QString &message);
+    Q_INVOKABLE void answerQuestions(const QStringList &questions);
 
 Q_SIGNALS:
     void started();
 
 private:
-    [[nodiscard]] ExplanationChannel &lastExplanation();
+    [[nodiscard]] ExplanationChannel &openExplanation();
 
     std::optional<QTemporaryDir> m_folder{};
     std::unique_ptr<ScreenServices> m_services{};
     std::unique_ptr<RootViewModel> m_root{};
+    bool m_isNarrativeKnown = true;
 };
 
 } // namespace vantrel::test

@@ -78,6 +78,7 @@ TEST_F(VisibleCardModelTest, StartsAnewWhenNothingOfTheWindowStays)
 
 TEST_F(VisibleCardModelTest, AnnouncesAnExplanationOnItsCardAlone)
 {
+    runUntil([this] { return file.services().ai.explanations.size() == 2; });
     show(0, 2);
     signalled.clear();
     HunkExplanation explanation;

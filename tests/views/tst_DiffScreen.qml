@@ -278,7 +278,7 @@ Item {
 
         function test_everyTextIsPlain(): void {
             screen.openDiff([2]);
-            tryVerify(() => driver.explanationCount() === 1);
+            tryVerify(() => driver.explanationCount() === 2);
             driver.complete("<b>Tag</b>", "<img src='http://127.0.0.1/x.png'> *prose*", ["<i>point</i>"]);
             screen.expectNamed("<b>Tag</b>");
             let count = 0;

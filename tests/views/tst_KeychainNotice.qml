@@ -20,13 +20,13 @@ Item {
         acknowledgesNotice: false
 
         function test_itsTextsAreTheFixedOnes(): void {
-            screen.openDiff([2]);
+            screen.openFiles([2]);
 
             const notice = screen.expectNamed("Vantrel Needs Keychain Access");
             compare(notice.Accessible.role, Accessible.Dialog);
             compare(notice.Accessible.description, "Vantrel is about to check your API key in the macOS Keychain. Your Mac may ask for your login password — choose \"Always Allow\" so it won't ask again.");
             verify(screen.named("Continue") !== null);
-            compare(driver.explanationCount(), 0);
+            compare(driver.summaryCount(), 0);
         }
 
         function test_whateverDismissesItLetsTheRequestGoOn_data(): var {
@@ -40,36 +40,37 @@ Item {
         }
 
         function test_whateverDismissesItLetsTheRequestGoOn(data: var): void {
-            screen.openDiff([2]);
+            screen.openFiles([2]);
             screen.expectNamed("Continue");
 
             data.go();
 
-            tryVerify(() => driver.explanationCount() === 1);
+            tryVerify(() => driver.summaryCount() === 1);
             verify(screen.named("Continue") === null);
         }
 
         function test_theScreenBelowIsOutOfReachMeanwhile(): void {
-            screen.openDiff([3]);
+            screen.openFiles([3, 1]);
             screen.expectNamed("Continue");
 
             keyClick(Qt.Key_Down);
             keyClick(Qt.Key_Tab);
             keyClick(Qt.Key_Left, Qt.AltModifier);
-            mouseClick(screen.named("All files"));
-            mouseClick(window, 300, 160);
+            mouseClick(screen.named("All projects"));
+            mouseClick(window, 300, 300);
 
-            verify(screen.named("Change 1 of 3") !== null);
+            verify(driver.root.fileList !== null);
             verify(screen.named("Continue").activeFocus);
         }
 
-        function test_theKeyboardIsBackOnThePanesAfterwards(): void {
-            screen.openDiff([3]);
+        function test_theKeyboardIsBackOnTheListAfterwards(): void {
+            screen.openFiles([1, 2]);
             mouseClick(screen.expectNamed("Continue"));
 
             keyClick(Qt.Key_Down);
+            keyClick(Qt.Key_Return);
 
-            screen.expectNamed("Change 2 of 3");
+            screen.expectNamed("Change 1 of 2");
         }
     }
 }

@@ -6,11 +6,9 @@
 #include "models/DiffText.h"
 #include "models/DisplayedHunks.h"
 #include "views/CodePanesItem.h"
-#include "views/IconProvider.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QFontDatabase>
 #include <QQuickWindow>
 
 #include <utility>
@@ -140,19 +138,8 @@ QImage Scene::picture(const QString &state, QSize size)
         ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
                        m_notificationCenter},
         m_recentRepos);
-    m_engine = std::make_unique<QQmlApplicationEngine>();
-    m_engine->setNetworkAccessManagerFactory(&m_networkAccess);
-    m_engine->addImageProvider(u"icon"_s, new IconProvider);
-    m_engine->addImportPath(u"qrc:/qt/qml"_s);
-    m_engine->setInitialProperties({
-        {u"viewModel"_s, QVariant::fromValue(m_rootViewModel.get())},
-        {u"appearance"_s, QVariant::fromValue(&m_appearance)},
-        {u"uiFamily"_s, QFontDatabase::systemFont(QFontDatabase::GeneralFont).family()},
-        {u"codeFamily"_s, QFontDatabase::systemFont(QFontDatabase::FixedFont).family()},
-        {u"reducesMotion"_s, true},
-    });
-    m_engine->load(QUrl(u"qrc:/qt/qml/Vantrel/Main.qml"_s));
-    m_window = qobject_cast<QQuickWindow *>(m_engine->rootObjects().value(0));
+    m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
+    m_window = m_mainWindow->window();
     if (m_window == nullptr) {
         return {};
     }

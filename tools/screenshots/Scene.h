@@ -13,11 +13,10 @@
 #include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
-#include "views/DenyingNetworkAccess.h"
+#include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
 
 #include <QImage>
-#include <QQmlApplicationEngine>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -88,9 +87,8 @@ private:
     AppCoordinator m_coordinator{};
     std::unique_ptr<KeychainAccessNotice> m_notice{};
     std::unique_ptr<RootViewModel> m_rootViewModel{};
-    DenyingNetworkAccess m_networkAccess{};
-    std::unique_ptr<QQmlApplicationEngine> m_engine{};
-    QQuickWindow *m_window = nullptr; ///< Owned by the engine.
+    std::unique_ptr<MainWindow> m_mainWindow{};
+    QQuickWindow *m_window = nullptr; ///< Of `m_mainWindow`.
 };
 
 } // namespace vantrel::screenshots
