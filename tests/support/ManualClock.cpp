@@ -38,7 +38,9 @@ Task<> ManualClock::sleep(std::chrono::milliseconds duration)
 void ManualClock::advance(std::chrono::milliseconds duration)
 {
     m_now += duration;
-    for (Sleeper *const sleeper : m_sleepers) {
+    auto byEnd = m_sleepers;
+    byEnd.sort([](const Sleeper *a, const Sleeper *b) { return a->end < b->end; });
+    for (Sleeper *const sleeper : byEnd) {
         if (sleeper->end <= m_now) {
             sleeper->elapsed.wakeAll();
         }

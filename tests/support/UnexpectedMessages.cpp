@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <mutex>
+#include <utility>
 
 namespace vantrel::test {
 
@@ -19,14 +20,24 @@ struct Expectation
     bool isMet = false;
 };
 
-std::mutex mutex;
-QList<Expectation> expectations; // Guarded by `mutex`.
+struct Expectations
+{
+    std::mutex mutex{};
+    QList<Expectation> list{}; ///< Guarded by `mutex`.
+};
+
+/// Never destroyed: messages come until the process has ended.
+Expectations &expectations()
+{
+    static auto *const all = new Expectations;
+    return *all;
+}
 
 void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &message)
 {
     {
-        const std::lock_guard lock(mutex);
-        for (Expectation &expectation : expectations) {
+        const std::lock_guard lock(expectations().mutex);
+        for (Expectation &expectation : expectations().list) {
             if (message.contains(expectation.part)) {
                 expectation.isMet = true;
                 return;
@@ -48,17 +59,17 @@ void installMessageHandler()
 
 void expectMessage(const QString &part)
 {
-    const std::lock_guard lock(mutex);
-    expectations.append(Expectation{part, false});
+    const std::lock_guard lock(expectations().mutex);
+    expectations().list.append(Expectation{part, false});
 }
 
 void checkExpectedMessages()
 {
-    const std::lock_guard lock(mutex);
-    for (const Expectation &expectation : std::as_const(expectations)) {
+    const std::lock_guard lock(expectations().mutex);
+    for (const Expectation &expectation : std::as_const(expectations().list)) {
         EXPECT_TRUE(expectation.isMet) << "no message held: " << qPrintable(expectation.part);
     }
-    expectations.clear();
+    expectations().list.clear();
 }
 
 } // namespace vantrel::test

@@ -17,7 +17,7 @@ public:
         : m_tasks(std::move(tasks))
     {}
 
-    [[nodiscard]] bool await_ready() const noexcept { return m_tasks.empty(); }
+    [[nodiscard]] bool await_ready() const noexcept { return false; }
 
     template<typename Promise>
     bool await_suspend(std::coroutine_handle<Promise> frame)
@@ -31,6 +31,9 @@ public:
         for (auto &task : m_tasks) {
             if (task.begin(job, *this)) {
                 --m_left;
+            }
+            if (isCancelRequested(job)) {
+                return true;
             }
         }
         return m_left != 0;

@@ -19,10 +19,13 @@ public:
     /// The reading side. One reader per channel.
     Stream<Value, Error> stream() { return read(Reader(m_state)); }
 
+    /// Dropped after the end, and when nobody reads any more.
     void push(Value value)
     {
-        m_state->buffer.push_back(std::move(value));
-        m_state->readers.wakeAll();
+        if (!m_state->isEnded && !m_state->isTerminated) {
+            m_state->buffer.push_back(std::move(value));
+            m_state->readers.wakeAll();
+        }
     }
 
     void finish()
@@ -33,8 +36,10 @@ public:
 
     void fail(Error error)
     {
-        m_state->buffer.push_back(failure(std::move(error)));
-        finish();
+        if (!m_state->isEnded && !m_state->isTerminated) {
+            m_state->buffer.push_back(failure(std::move(error)));
+            finish();
+        }
     }
 
     /// True once the reader is gone.
@@ -69,6 +74,7 @@ private:
         {
             if (m_state) {
                 m_state->isTerminated = true;
+                m_state->buffer.clear();
                 if (const auto call = std::exchange(m_state->onTermination, {})) {
                     call();
                 }

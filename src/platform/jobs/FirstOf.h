@@ -29,7 +29,10 @@ public:
         if (isCancelRequested(job)) {
             return true;
         }
-        return !m_a.begin(job, m_waiterA) && !m_b.begin(job, m_waiterB);
+        if (m_a.begin(job, m_waiterA) || isCancelRequested(job)) {
+            return isCancelRequested(job);
+        }
+        return !m_b.begin(job, m_waiterB) || isCancelRequested(job);
     }
 
     std::variant<A, B> await_resume()

@@ -50,7 +50,8 @@ public:
     {}
     Frame &operator=(Frame &&other) noexcept
     {
-        std::swap(m_handle, other.m_handle);
+        Frame taken(std::move(other));
+        std::swap(m_handle, taken.m_handle);
         return *this;
     }
     Frame(const Frame &) = delete;

@@ -60,13 +60,15 @@ void JobState::cancel()
 void JobState::run(std::coroutine_handle<> frame)
 {
     const auto keepAlive = shared_from_this();
-    // A nested event loop inside the job may run another of its frames; only the outermost may end
-    // it.
-    const bool wasRunning = std::exchange(m_isRunning, true);
+    m_isRunning = true;
     frame.resume();
-    m_isRunning = wasRunning;
-    if (!wasRunning && m_isActive && (m_root.isDone() || m_isCancelled)) {
+    m_isRunning = false;
+    if (m_root.isDone() || m_isCancelled) {
         end();
+        return;
+    }
+    while (RingLink *const next = m_deferred.front()) {
+        RunQueue::interfaceThread().pushBack(static_cast<Waiter &>(*next));
     }
 }
 
@@ -97,10 +99,9 @@ Job::Job(Task<> body, std::function<void()> ended)
 
 Job &Job::operator=(Job &&other) noexcept
 {
-    if (this != &other) {
-        cancel();
-        m_state = std::move(other.m_state);
-    }
+    // What dies with the old job may hold the new one, or replace this one in its turn.
+    Job taken(std::move(other));
+    std::swap(m_state, taken.m_state);
     return *this;
 }
 

@@ -20,6 +20,13 @@ public:
     /// Resumes one frame of this job, and ends the job when its body is over or it was cancelled.
     void run(std::coroutine_handle<> frame);
 
+    /// One of its frames is running. In an event loop inside that frame no other may run, lest it
+    /// changes what the first one stands on.
+    [[nodiscard]] bool isRunning() const { return m_isRunning; }
+
+    /// Keeps a frame that is ready until the running one has suspended.
+    void defer(Waiter &waiter) { m_deferred.pushBack(waiter); }
+
     [[nodiscard]] bool isActive() const { return m_isActive; }
     [[nodiscard]] bool isCancelled() const { return m_isCancelled; }
     [[nodiscard]] WaiterList &finished() { return m_finished; }
@@ -30,6 +37,7 @@ private:
     Frame<TaskPromise<void>> m_root;
     Waiter m_start;
     WaiterList m_finished;
+    RingLink m_deferred;
     std::function<void()> m_ended;
     bool m_isActive = true;
     bool m_isRunning = false;

@@ -51,7 +51,7 @@ void RunQueue::postFromThread(std::function<void()> call)
         m_incoming.push_back(std::move(call));
     }
     m_arrived.notify_one();
-    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    schedule();
 }
 
 void RunQueue::runUntilIdle()
@@ -86,26 +86,31 @@ bool RunQueue::event(QEvent *event)
 
 void RunQueue::schedule()
 {
-    if (!std::exchange(m_isScheduled, true)) {
+    if (!m_isScheduled.exchange(true)) {
         QCoreApplication::postEvent(this, new QEvent(QEvent::User));
     }
 }
 
 bool RunQueue::runOne()
 {
-    std::deque<std::function<void()>> arrived;
-    {
+    if (m_calls.empty() && !m_isTurnOfReady) {
         const std::lock_guard lock(m_mutex);
-        arrived.swap(m_incoming);
+        m_calls.swap(m_incoming);
     }
-    for (auto &call : arrived) {
+    if (!m_calls.empty()) {
+        const auto call = std::move(m_calls.front());
+        m_calls.pop_front();
+        m_isTurnOfReady = m_calls.empty();
         call();
+        return true;
     }
+    m_isTurnOfReady = false;
     if (RingLink *const next = m_ready.front()) {
         static_cast<Waiter *>(next)->resume();
         return true;
     }
-    return !arrived.empty();
+    const std::lock_guard lock(m_mutex);
+    return !m_incoming.empty();
 }
 
 void Waiter::wake() noexcept
@@ -121,7 +126,11 @@ void Waiter::childEnded() noexcept
 void Waiter::resume()
 {
     unlink();
-    m_job->run(m_frame);
+    if (m_job->isRunning()) {
+        m_job->defer(*this);
+    } else {
+        m_job->run(m_frame);
+    }
 }
 
 } // namespace vantrel

@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -45,7 +46,9 @@ private:
     bool runOne();
 
     RingLink m_ready;
-    bool m_isScheduled = false;
+    std::atomic<bool> m_isScheduled = false;   ///< An event is on its way that runs what is ready.
+    std::deque<std::function<void()>> m_calls; ///< What has come from threads and runs next.
+    bool m_isTurnOfReady = false;              ///< After those, before what came meanwhile.
 
     std::mutex m_mutex;
     std::condition_variable m_arrived;

@@ -10,7 +10,9 @@ namespace vantrel {
 
 /// A sequence that is pulled: each `co_await stream.next()` gives the next value, an error, or
 /// nothing at the end. After an error the stream is over. Dropping a stream drops its source: a
-/// network reply is aborted, a subscription is withdrawn. Thread: interface.
+/// network reply is aborted, a subscription is withdrawn. A stream whose reader leaves while the
+/// source is busy is over too, since the source runs within the job of its reader. Thread:
+/// interface.
 ///
 /// The coroutine of a stream yields values or errors: `co_yield value;` and, to end with an error,
 /// `co_yield failure(error); co_return;` with the yielded value named before.
@@ -49,8 +51,15 @@ public:
         Awaiter &operator=(const Awaiter &) = delete;
         ~Awaiter()
         {
-            if (m_frame) {
-                m_frame.promise().parent = nullptr;
+            if (!m_frame) {
+                return;
+            }
+            auto &promise = m_frame.promise();
+            promise.parent = nullptr;
+            if (promise.isBusy && !promise.item && !m_frame.isDone()) {
+                m_frame = {};
+            } else {
+                promise.isBusy = false;
             }
         }
 
@@ -60,21 +69,25 @@ public:
         bool await_suspend(std::coroutine_handle<Promise> consumer)
         {
             m_waiter.arm(consumer);
-            auto &promise = m_frame.promise();
-            if (isCancelRequested(consumer.promise().job)) {
+            JobState *const job = consumer.promise().job;
+            if (isCancelRequested(job)) {
                 return true;
             }
+            if (!m_frame) {
+                return false;
+            }
+            auto &promise = m_frame.promise();
             if (promise.item || m_frame.isDone()) {
                 return false;
             }
             if (!promise.isBusy) {
-                promise.job = consumer.promise().job;
+                promise.job = job;
                 promise.isBusy = true;
                 m_frame.handle().resume();
             }
             if (promise.item || m_frame.isDone()) {
                 promise.isBusy = false;
-                return false;
+                return isCancelRequested(job);
             }
             promise.parent = &m_waiter;
             return true;
@@ -82,13 +95,20 @@ public:
 
         std::optional<Item> await_resume()
         {
+            if (!m_frame) {
+                return std::nullopt;
+            }
             auto &promise = m_frame.promise();
             promise.isBusy = false;
             promise.parent = nullptr;
             if (const auto error = std::exchange(promise.error, nullptr)) {
                 std::rethrow_exception(error);
             }
-            return std::exchange(promise.item, std::nullopt);
+            auto item = std::exchange(promise.item, std::nullopt);
+            if (item && !*item) {
+                m_frame = {}; // An error is the last that a stream gives.
+            }
+            return item;
         }
 
     private:

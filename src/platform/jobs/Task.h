@@ -86,7 +86,8 @@ public:
             }
             m_frame.handle().resume();
             if (m_frame.isDone()) {
-                return false; // It never suspended: going on at once keeps loops flat.
+                // It never suspended: going on at once keeps loops flat.
+                return isCancelRequested(m_frame.promise().job);
             }
             m_frame.promise().parent = &m_waiter;
             return true;
