@@ -475,9 +475,9 @@ TEST_F(ChatThreadViewModelTest, AFailureBeforeTheFirstWordKeepsTheQuestionAlone)
 
     fail(0, missingKey());
 
-    const QStringList expected{u"save src/plum.cpp: 1 messages"_s, u"messageRemoved 1"_s,
-                               u"errorMessageChanged"_s, u"isReplyInProgressChanged"_s,
-                               u"chatAboutHunk 0 released"_s};
+    const QStringList expected{u"chatAboutHunk 0 released"_s, u"save src/plum.cpp: 1 messages"_s,
+                               u"messageRemoved 1"_s, u"errorMessageChanged"_s,
+                               u"isReplyInProgressChanged"_s};
     EXPECT_EQ(newEntries(), expected);
     EXPECT_EQ(chat->errorMessage(), u"Add an API key in Settings to use AI features."_s);
     EXPECT_EQ(written(stored().messages), QStringList{u"user: Why?"_s});

@@ -253,7 +253,7 @@ TEST_F(DiffViewModelTest, AFailedExplanationDropsItsProse)
 
     fail(0, missingKey());
 
-    const QStringList expectedLog{u"explanationChanged 0"_s, u"explainHunk 0 released"_s};
+    const QStringList expectedLog{u"explainHunk 0 released"_s, u"explanationChanged 0"_s};
     EXPECT_EQ(state(0), State::failed(u"Add an API key in Settings to use AI features."_s));
     EXPECT_EQ(viewModel->streamingExplanationText(0), std::nullopt);
     EXPECT_FALSE(viewModel->isExplanationProseFinished(0));

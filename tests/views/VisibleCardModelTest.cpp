@@ -83,6 +83,7 @@ TEST_F(VisibleCardModelTest, AnnouncesAnExplanationOnItsCardAlone)
     signalled.clear();
     HunkExplanation explanation;
     explanation.tag = u"Bug fix"_s;
+    explanation.explanation = u"Keeps the plum."_s;
 
     file.complete(explanation);
 
