@@ -58,7 +58,12 @@ ChatThreadViewModel::ChatThreadViewModel(Subject subject,
     }
 }
 
-ChatThreadViewModel::~ChatThreadViewModel() = default;
+ChatThreadViewModel::~ChatThreadViewModel()
+{
+    m_streamTask.cancel();
+    blockSignals(true);
+    closeAnswer(); // What has come of an answer outlives the window that it came to.
+}
 
 void ChatThreadViewModel::setDraft(const QString &draft)
 {

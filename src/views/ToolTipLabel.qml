@@ -8,8 +8,8 @@ import Vantrel
 T.ToolTip {
     id: root
 
-    x: (parent.width - implicitWidth) / 2
-    y: parent.height + Theme.spaceXs
+    x: parent ? (parent.width - implicitWidth) / 2 : 0
+    y: parent ? parent.height + Theme.spaceXs : 0
     implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
     leftPadding: Theme.spaceS

@@ -661,16 +661,20 @@ TEST_F(ChatThreadViewModelTest, LeavingWhileTheNoticeShowsAsksNothing)
     EXPECT_EQ(fresh.ai.chats.size(), 0U);
 }
 
-TEST_F(ChatThreadViewModelTest, LeavingInMidAnswerEndsTheRequest)
+TEST_F(ChatThreadViewModelTest, LeavingInMidAnswerEndsTheRequestAndStoresWhatCame)
 {
     makeChat();
     ask(u"Why?"_s);
     pushDelta(0, u"Becau"_s);
+    newEntries();
 
     chat.reset();
     runUntilIdle();
 
     EXPECT_TRUE(services.ai.chats.at(0).isTerminated());
+    EXPECT_EQ(written(stored().messages), (QStringList{u"user: Why?"_s, u"assistant: Becau"_s}));
+    EXPECT_EQ(newEntries(),
+              (QStringList{u"chatAboutHunk 0 released"_s, u"save src/plum.cpp: 2 messages"_s}));
 }
 
 TEST_F(ChatThreadViewModelTest, LeavingWhileQuestionsAreRefreshedEndsTheRequest)

@@ -124,6 +124,11 @@ void ScreenDriver::failSummaryForMissingKey()
     m_services->ai.summaries.back().fail(missingKey());
 }
 
+int ScreenDriver::narrativeCount() const
+{
+    return int(m_services->ai.completions.size());
+}
+
 void ScreenDriver::answerNarrative(const QString &narrative)
 {
     m_services->ai.completions.back().push(narrative);

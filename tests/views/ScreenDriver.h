@@ -58,6 +58,7 @@ public:
 
     /// Lets the narrative of the next listing be asked for, instead of being known.
     Q_INVOKABLE void askForNarrative() { m_isNarrativeKnown = false; }
+    Q_INVOKABLE int narrativeCount() const;
     Q_INVOKABLE void answerNarrative(const QString &narrative);
 
     Q_INVOKABLE int answerCount() const;

@@ -54,6 +54,65 @@ Item {
             verify(text.includes("No text changes"), text);
         }
 
+        function test_aRowShowsItsSummaryOnceItIsThere(): void {
+            screen.openFiles([1, 0, 1]);
+            tryVerify(() => driver.summaryCount() === 1);
+            const row = screen.named("src/file0.cpp, Modified, 1 lines added, 1 lines deleted");
+            compare(row.Accessible.description, "Summarising");
+
+            driver.answerSummary("Keeps the last plum.");
+
+            tryVerify(() => row.Accessible.description === "Keeps the last plum.");
+            tryVerify(() => driver.summaryCount() === 2, 5000, "the next file's");
+        }
+
+        function test_aSummaryThatFailedSaysWhyAndWhatHelps(): void {
+            screen.openFiles([1]);
+            tryVerify(() => driver.summaryCount() === 1);
+
+            driver.failSummaryForMissingKey();
+
+            const row = screen.named("src/file0.cpp, Modified, 1 lines added, 1 lines deleted");
+            tryVerify(() => row.Accessible.description === "Add an API key in Settings to use AI features.");
+            let text = "";
+            screen.walk(row, item => text += item.text ?? "");
+            verify(text.includes("Add an API key in Settings →"), text);
+        }
+
+        function test_theFullPictureHasAPlaceholderAndThenItsText(): void {
+            driver.askForNarrative();
+            screen.openFiles([1]);
+            screen.expectNamed("Reading all changes…");
+            tryVerify(() => driver.summaryCount() === 1);
+            driver.answerSummary("Keeps the last plum.");
+
+            tryVerify(() => driver.narrativeCount() === 1);
+            driver.answerNarrative("The orchard gets a second gate.");
+
+            screen.expectNamed("The orchard gets a second gate.");
+            verify(screen.named("Reading all changes…") === null);
+            verify(screen.named("1 modified") !== null);
+        }
+
+        function test_withoutAFullPictureThereIsNoCard(): void {
+            screen.openFiles([1]);
+
+            verify(screen.named("Full picture") === null);
+        }
+
+        function test_theRowsStayWhereTheyAreWhenTheFullPictureComes(): void {
+            driver.askForNarrative();
+            screen.openFiles(Array(60).fill(0).concat([1]));
+            const list = screen.list();
+            list.contentY = 1000;
+
+            tryVerify(() => driver.narrativeCount() === 1);
+            driver.answerNarrative("word ".repeat(200));
+            tryVerify(() => driver.root.fileList.narrative !== "");
+
+            compare(list.contentY, 1000);
+        }
+
         function test_aSlowListingShowsRowsThatStandForFiles(): void {
             driver.openRepository();
 
