@@ -138,6 +138,27 @@ TEST_F(ReviewWalk, TellsThatTheRepositoryVanished)
     EXPECT_TRUE(root().fileList()->files().isEmpty());
 }
 
+TEST_F(ReviewWalk, AFileThatChangesAfterTheListingIsShownAsItWasListed)
+{
+    const SampleProvider provider;
+    start(provider.baseURL());
+    openRepository();
+    const QString path = u"src/http/client.cpp"_s;
+    const QList<RawHunk> listed = root().fileList()->files().at(rowOf(path)).hunks;
+
+    ASSERT_TRUE(QFile::remove(m_repository + u'/' + path));
+    openFile(path);
+    awaitExplanation();
+
+    EXPECT_EQ(root().diff()->errorMessage(), QString());
+    EXPECT_EQ(root().diff()->hunks().size(), listed.size());
+    EXPECT_TRUE(root().diff()->selectedHunk()->explanationState.isLoaded());
+    root().diff()->goBack();
+    root().fileList()->load();
+    spinUntil([this] { return !root().fileList()->isLoading(); });
+    EXPECT_EQ(root().fileList()->files().at(rowOf(path)).status, ChangeStatus::deleted);
+}
+
 TEST_F(ReviewWalk, LeavesTheRepositoryAsItWas)
 {
     const SampleProvider provider;

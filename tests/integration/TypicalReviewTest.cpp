@@ -297,5 +297,14 @@ TEST_F(TypicalReview, AConversationAndItsExplanationSurviveARestart)
     EXPECT_FALSE(bodiesSinceLastCall().contains(asked));
 }
 
+TEST_F(TypicalReview, ClosingTheMainWindowEndsTheApplication)
+{
+    startInWindow();
+
+    QMetaObject::invokeMethod(m_window->window(), "close", Qt::QueuedConnection);
+
+    EXPECT_EQ(QGuiApplication::exec(), 0);
+}
+
 } // namespace
 } // namespace vantrel::test
