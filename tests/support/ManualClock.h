@@ -15,8 +15,8 @@ class ManualClock final : public Clock
 public:
     Task<> sleep(std::chrono::milliseconds duration) override;
 
-    /// Moves the time on in one step and wakes whoever's time has come, the earliest first; then the
-    /// test runs the queue. Whoever sleeps again then begins at the new time.
+    /// Moves the time on in one step and wakes whoever's time has come, the earliest first; then
+    /// the test runs the queue. Whoever sleeps again then begins at the new time.
     void advance(std::chrono::milliseconds duration);
 
     /// How many sleep now: a task sleeps once it was awaited and until it went on or was destroyed.
