@@ -53,7 +53,7 @@ protected:
         auto a = give(&test->gates[0], 1, Tracked(test->lifetimes));
         auto b = give(&test->gates[1], std::string("b"), Tracked(test->lifetimes));
         auto both = firstOf(std::move(a), std::move(b));
-        test->winner = co_await std::move(both);
+        test->winner = co_await both;
     }
 
     std::array<WaiterList, 2> gates{};
@@ -91,14 +91,14 @@ TEST_F(FirstOfTest, BothMayBeWokenInTheSameTurn)
 Task<> collect(std::vector<Task<int>> tasks, std::vector<int> *values)
 {
     auto all = allOf(std::move(tasks));
-    *values = co_await std::move(all);
+    *values = co_await all;
 }
 
 Task<> collectOrTell(std::vector<Task<int>> tasks, std::string *message)
 {
     auto all = allOf(std::move(tasks));
     try {
-        co_await std::move(all);
+        co_await all;
     } catch (const std::runtime_error &error) {
         *message = error.what();
     }
