@@ -1,0 +1,43 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// A window that draws its own frame and title bar, with the manners of any other: it can be resized
+/// at its edges, and Ctrl+W closes it.
+Window {
+    id: root
+
+    property bool isResizable: true
+
+    default property alias content: contentArea.data
+
+    readonly property bool isMaximized: root.visibility === Window.Maximized || root.visibility === Window.FullScreen
+
+    flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowSystemMenuHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
+    color: Theme.surface
+
+    Item {
+        id: contentArea
+
+        anchors.fill: parent
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        visible: !root.isMaximized
+        color: "transparent"
+        border.width: Theme.hairlineWidth
+        border.color: Theme.lineStrong
+    }
+
+    ResizeEdges {
+        anchors.fill: parent
+        visible: root.isResizable && !root.isMaximized
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+W"]
+        onActivated: root.close()
+    }
+}
