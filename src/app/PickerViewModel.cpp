@@ -33,11 +33,6 @@ QString folderName(const QString &path)
     return name.isEmpty() ? path : name;
 }
 
-bool isRepository(const QString &path)
-{
-    return !path.isEmpty() && QFileInfo::exists(path + u"/.git"_s);
-}
-
 } // namespace
 
 PickerViewModel::PickerViewModel(std::shared_ptr<RecentReposStoring> recentReposStore,
@@ -71,7 +66,7 @@ Task<std::optional<Repo>> PickerViewModel::open(QUrl url)
                 name = repo.name](const WorkControl &control) {
         std::optional<QList<RecentRepo>> recentRepos;
         // Who chose another folder meanwhile did not open this one.
-        if (isRepository(path) && !control.isAbandoned()) {
+        if (!path.isEmpty() && store->isRepository(path) && !control.isAbandoned()) {
             store->record(name, path);
             recentRepos = store->load();
         }
@@ -121,7 +116,9 @@ void PickerViewModel::lookForRecents()
 Task<> PickerViewModel::runLook(QString path)
 {
     SerialWorker disk(SerialWorker::AtEnd::leave);
-    auto look = [path](const WorkControl &) { return isRepository(path); };
+    auto look = [store = m_recentReposStore, path](const WorkControl &) {
+        return store->isRepository(path);
+    };
     auto looking = disk.run(std::move(look));
     const bool isThere = co_await std::move(looking);
     QSet<QString> missingPaths = m_missingPaths;

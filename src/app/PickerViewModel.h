@@ -39,7 +39,10 @@ public:
 
     /// Whether the disk has answered that there is no repository at this path any more. Only recent
     /// ones are looked for, whenever they are loaded.
-    [[nodiscard]] bool isMissing(const QString &path) const { return m_missingPaths.contains(path); }
+    [[nodiscard]] bool isMissing(const QString &path) const
+    {
+        return m_missingPaths.contains(path);
+    }
 
     /// Why the last folder was not opened; empty after one that was.
     [[nodiscard]] QString errorMessage() const;

@@ -15,13 +15,11 @@ T.Menu {
     signal shortcutsRequested
 
     implicitWidth: 232
-    implicitHeight: list.contentHeight + topPadding + bottomPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: Theme.spaceXs + Theme.hairlineWidth
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
 
     contentItem: ListView {
-        id: list
-
         implicitHeight: contentHeight
         model: root.contentModel
         interactive: false

@@ -8,7 +8,7 @@ import Vantrel
 T.AbstractButton {
     id: root
 
-    implicitWidth: label.implicitWidth
+    implicitWidth: implicitContentWidth
     implicitHeight: Theme.bodyLine
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
@@ -19,8 +19,6 @@ T.AbstractButton {
     Keys.onEnterPressed: root.clicked()
 
     contentItem: PlainLabel {
-        id: label
-
         text: root.text
         color: root.hovered || root.down ? Theme.accentHover : Theme.accent
         font.underline: root.hovered

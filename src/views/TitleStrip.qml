@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Vantrel
 
 /// What every title bar of ours does: it moves the window, a double click maximises it, and its
