@@ -14,6 +14,18 @@ Window {
 
     readonly property bool isMaximized: root.visibility === Window.Maximized || root.visibility === Window.FullScreen
 
+    /// Shows the window over the middle of the one that it belongs to, or brings it to the front.
+    function present(): void {
+        const owner = root.transientParent;
+        if (!root.visible && owner !== null) {
+            root.x = owner.x + Math.round((owner.width - root.width) / 2);
+            root.y = owner.y + Math.round((owner.height - root.height) / 2);
+        }
+        root.show();
+        root.raise();
+        root.requestActivate();
+    }
+
     flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowSystemMenuHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint
     color: Theme.surface
 

@@ -45,7 +45,7 @@ FramedWindow {
     RootView {
         anchors.fill: parent
         viewModel: root.viewModel
-        onShortcutsRequested: shortcuts.showShortcuts()
+        onShortcutsRequested: shortcuts.present()
     }
 
     ShortcutsWindow {

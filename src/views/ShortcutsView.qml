@@ -34,43 +34,43 @@ FocusScope {
         Accessible.role: Accessible.List
         Accessible.name: root.title
 
-        section.property: "place"
-        section.delegate: PlainLabel {
-            required property string section
-
-            x: Theme.spaceXxl
-            width: list.width - 2 * x
-            height: Theme.headingLine + Theme.spaceXl
-            verticalAlignment: Text.AlignBottom
-            bottomPadding: Theme.spaceXs
-            text: section
-            font: Theme.headingFont
-            color: Theme.inkHeading
-            Accessible.role: Accessible.Heading
-        }
-
         delegate: Item {
             id: row
 
             required property string keys
             required property string effect
 
+            readonly property bool isHeading: row.keys === ""
+
             width: list.width
-            height: Theme.menuRowSize
-            Accessible.role: Accessible.ListItem
-            Accessible.name: row.keys + ": " + row.effect
+            height: row.isHeading ? Theme.headingLine + Theme.spaceXxl : Theme.menuRowSize
+            Accessible.role: row.isHeading ? Accessible.Heading : Accessible.ListItem
+            Accessible.name: row.isHeading ? row.effect : row.keys + ": " + row.effect
 
             PlainLabel {
                 x: Theme.spaceXxl
+                anchors.bottom: parent.bottom
+                anchors.bottomMargin: Theme.spaceXs
+                visible: row.isHeading
+                text: row.effect
+                font: Theme.headingFont
+                line: Theme.headingLine
+                color: Theme.inkHeading
+                Accessible.ignored: true
+            }
+            PlainLabel {
+                x: Theme.spaceXxl
                 anchors.verticalCenter: parent.verticalCenter
-                width: 220
+                width: 260
+                visible: !row.isHeading
                 text: row.keys
                 color: Theme.inkHeading
                 Accessible.ignored: true
             }
             PlainLabel {
-                x: Theme.spaceXxl + 232
+                x: Theme.spaceXxl + 272
                 anchors.verticalCenter: parent.verticalCenter
+                visible: !row.isHeading
                 width: row.width - x - Theme.spaceXxl
                 text: row.effect
                 color: Theme.inkSecondary

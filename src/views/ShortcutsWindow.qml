@@ -7,12 +7,6 @@ import Vantrel
 FramedWindow {
     id: root
 
-    function showShortcuts(): void {
-        root.show();
-        root.raise();
-        root.requestActivate();
-    }
-
     width: 640
     height: 640
     minimumWidth: 640
