@@ -32,6 +32,7 @@ Item {
             window.setSource("qrc:/qt/qml/Vantrel/ShortcutsView.qml", {
                 title: "Keyboard Shortcuts"
             });
+            window.item.forceActiveFocus();
         }
 
         function list(): Item {
