@@ -65,9 +65,8 @@ Task<std::optional<Repo>> PickerViewModel::open(QUrl url)
     auto ask = [store = m_recentReposStore, path = path,
                 name = repo.name](const WorkControl &control) {
         std::optional<QList<RecentRepo>> recentRepos;
-        const bool isRepository = !path.isEmpty() && QFileInfo::exists(path + u"/.git"_s);
         // Who chose another folder meanwhile did not open this one.
-        if (isRepository && !control.isAbandoned()) {
+        if (!path.isEmpty() && store->isRepository(path) && !control.isAbandoned()) {
             store->record(name, path);
             recentRepos = store->load();
         }
@@ -75,9 +74,9 @@ Task<std::optional<Repo>> PickerViewModel::open(QUrl url)
     };
     auto asking = disk.run(std::move(ask));
     std::optional<QList<RecentRepo>> recentRepos = co_await std::move(asking);
-    const bool isRepository = recentRepos.has_value();
+    const bool isOpened = recentRepos.has_value();
     endOpening(std::move(recentRepos));
-    if (!isRepository) {
+    if (!isOpened) {
         co_return std::nullopt;
     }
     co_return repo;
@@ -100,6 +99,36 @@ Task<> PickerViewModel::runReload()
     QList<RecentRepo> recentRepos = co_await std::move(asking);
     StateStep step(*this);
     step.set(m_recentRepos, std::move(recentRepos), &PickerViewModel::recentReposChanged);
+    step.publish();
+    lookForRecents();
+}
+
+void PickerViewModel::lookForRecents()
+{
+    for (const RecentRepo &repo : std::as_const(m_recentRepos)) {
+        // One that a hanging disk has not answered is still being looked for.
+        if (!m_lookTasks.contains(repo.path)) {
+            m_lookTasks.start(repo.path, runLook(repo.path));
+        }
+    }
+}
+
+Task<> PickerViewModel::runLook(QString path)
+{
+    SerialWorker disk(SerialWorker::AtEnd::leave);
+    auto look = [store = m_recentReposStore, path](const WorkControl &) {
+        return store->isRepository(path);
+    };
+    auto looking = disk.run(std::move(look));
+    const bool isThere = co_await std::move(looking);
+    QSet<QString> missingPaths = m_missingPaths;
+    if (isThere) {
+        missingPaths.remove(path);
+    } else {
+        missingPaths.insert(path);
+    }
+    StateStep step(*this);
+    step.set(m_missingPaths, std::move(missingPaths), &PickerViewModel::missingReposChanged);
     step.publish();
 }
 
@@ -124,6 +153,7 @@ void PickerViewModel::endOpening(std::optional<QList<RecentRepo>> recentRepos)
     } else {
         step.set(m_errorMessage, std::optional(u"That folder doesn't contain a .git directory."_s),
                  &PickerViewModel::errorMessageChanged);
+        step.announce(&PickerViewModel::refused);
     }
     step.publish();
 }

@@ -3,9 +3,11 @@
 #include "models/RecentRepo.h"
 #include "models/Repo.h"
 #include "platform/jobs/Job.h"
+#include "platform/jobs/JobMap.h"
 
 #include <QList>
 #include <QObject>
+#include <QSet>
 #include <QString>
 #include <QUrl>
 
@@ -35,6 +37,13 @@ public:
     /// Newest first.
     [[nodiscard]] const QList<RecentRepo> &recentRepos() const { return m_recentRepos; }
 
+    /// Whether the disk has answered that there is no repository at this path any more. Only recent
+    /// ones are looked for, whenever they are loaded.
+    [[nodiscard]] bool isMissing(const QString &path) const
+    {
+        return m_missingPaths.contains(path);
+    }
+
     /// Why the last folder was not opened; empty after one that was.
     [[nodiscard]] QString errorMessage() const;
 
@@ -54,12 +63,18 @@ public:
 
 Q_SIGNALS:
     void recentReposChanged();
+    void missingReposChanged();
     void errorMessageChanged();
+    void refused(); ///< A folder was not opened, be it for the same reason as the one before.
     void isOpeningChanged();
 
 private:
     Task<> runReload();
     Task<> runOpen(QUrl folder);
+
+    /// Looks whether the repositories are still there. Each has a thread of its own.
+    void lookForRecents();
+    Task<> runLook(QString path);
 
     /// What the disk has answered: the recent repositories after the opening, or none for a folder
     /// without `.git` entry.
@@ -68,10 +83,12 @@ private:
     std::shared_ptr<RecentReposStoring> m_recentReposStore;
     AppCoordinator &m_coordinator;
     QList<RecentRepo> m_recentRepos{};
+    QSet<QString> m_missingPaths{};
     std::optional<QString> m_errorMessage{};
     bool m_isOpening = false;
     Job m_reloadTask{};
     Job m_openTask{};
+    JobMap<QString> m_lookTasks{};
 };
 
 } // namespace vantrel

@@ -4,11 +4,14 @@
 #include "persistence/StoredRecords.h"
 
 #include <QDebug>
+#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
 
 namespace vantrel {
+
+using namespace Qt::Literals::StringLiterals;
 
 RecentReposStore::RecentReposStore(UserDefaults defaults, QString storageKey, qsizetype maxEntries,
                                    std::function<QDateTime()> now)
@@ -43,6 +46,11 @@ void RecentReposStore::record(const QString &name, const QString &path)
         qWarning("the recent repositories could not be saved: %s",
                  qPrintable(written.error().description()));
     }
+}
+
+bool RecentReposStore::isRepository(const QString &path) const
+{
+    return QFileInfo::exists(path + u"/.git"_s);
 }
 
 } // namespace vantrel

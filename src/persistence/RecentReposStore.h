@@ -23,6 +23,7 @@ public:
 
     [[nodiscard]] QList<RecentRepo> load() const override;
     void record(const QString &name, const QString &path) override;
+    [[nodiscard]] bool isRepository(const QString &path) const override;
 
 private:
     UserDefaults m_defaults;

@@ -13,6 +13,7 @@ FocusScope {
     readonly property int followDistance: 40
 
     signal escaped
+    signal settingsRequested
 
     ConversationPresenter {
         id: conversation
@@ -97,6 +98,7 @@ FocusScope {
                 visible: message !== ""
                 message: conversation.message
                 linkText: conversation.recoveryLabel
+                onLinkActivated: root.settingsRequested()
             }
         }
     }

@@ -10,6 +10,8 @@ FocusScope {
     required property DiffViewModel viewModel
     required property PanelSizes panelSizes
 
+    signal settingsRequested
+
     /// Where the keyboard goes in the file list after this screen.
     readonly property string filePath: toolbar.filePath
 
@@ -62,6 +64,7 @@ FocusScope {
                 anchors.leftMargin: root.isNarrow ? 0 : Theme.hairlineWidth
                 anchors.topMargin: root.isNarrow ? Theme.hairlineWidth : 0
                 viewModel: root.viewModel
+                onSettingsRequested: root.settingsRequested()
             }
 
             Rectangle {
@@ -83,6 +86,7 @@ FocusScope {
         height: root.height - y
         visible: sidebar.hasExplanation
         viewModel: root.viewModel
+        onSettingsRequested: root.settingsRequested()
         onEscaped: panes.forceActiveFocus(Qt.OtherFocusReason)
     }
 

@@ -9,6 +9,9 @@ Rectangle {
 
     required property string message
     property string linkText: ""
+    property int rightInset: 0 ///< What stands at the right of the words.
+
+    signal linkActivated
 
     implicitHeight: column.implicitHeight + 2 * column.y
     radius: Theme.cardRadius
@@ -30,7 +33,7 @@ Rectangle {
 
         x: 38
         y: 10
-        width: root.width - x - 13
+        width: root.width - x - 13 - root.rightInset
 
         PlainLabel {
             width: column.width
@@ -40,11 +43,10 @@ Rectangle {
             Accessible.ignored: true
         }
 
-        PlainLabel {
-            width: column.width
+        LinkButton {
             visible: text !== ""
             text: root.linkText
-            color: Theme.accent
+            onClicked: root.linkActivated()
         }
     }
 }

@@ -9,6 +9,8 @@ Item {
 
     required property DiffViewModel viewModel
 
+    signal settingsRequested
+
     readonly property bool hasExplanation: explanation.state !== ExplanationPresenter.None
 
     implicitHeight: column.implicitHeight + 2 * Theme.spaceL
@@ -140,6 +142,7 @@ Item {
                 visible: message !== ""
                 message: explanation.message
                 linkText: explanation.recoveryLabel
+                onLinkActivated: root.settingsRequested()
             }
         }
     }

@@ -15,6 +15,8 @@ FocusScope {
 
     readonly property real position: list.contentY
 
+    signal settingsRequested
+
     readonly property int columnWidth: Math.min(Theme.listColumnMaxSize, root.width - 2 * Theme.spaceXxl)
 
     function openCurrent(): void {
@@ -104,6 +106,7 @@ FocusScope {
                 root.openCurrent();
             }
             onAppeared: path => root.viewModel.requestSummary(path)
+            onRecoveryRequested: root.settingsRequested()
         }
 
         Keys.onReturnPressed: root.openCurrent()

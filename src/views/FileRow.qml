@@ -30,6 +30,9 @@ Item {
     /// A row has come to show this path.
     signal appeared(string path)
 
+    /// The way to the remedy of a failed summary was taken.
+    signal recoveryRequested
+
     implicitHeight: Theme.fileRowSize + Theme.hairlineWidth
     Accessible.role: Accessible.ListItem
     Accessible.name: root.accessibleName
@@ -62,6 +65,11 @@ Item {
         y: Theme.spaceS
         folder: root.folder
         name: root.name
+
+        ToolTipLabel {
+            visible: path.isCut && pointer.containsMouse && pointer.mouseY < summaryLabel.y
+            text: root.path
+        }
     }
 
     PlainLabel {
@@ -86,7 +94,7 @@ Item {
         Accessible.ignored: true
 
         ToolTipLabel {
-            visible: summaryLabel.visible && summaryLabel.truncated && pointer.containsMouse
+            visible: summaryLabel.visible && summaryLabel.truncated && pointer.containsMouse && pointer.mouseY >= summaryLabel.y
             text: root.summary
         }
     }
@@ -118,18 +126,6 @@ Item {
         color: Theme.error
         Accessible.ignored: true
     }
-    PlainLabel {
-        id: recovery
-
-        anchors.left: failure.right
-        anchors.leftMargin: Theme.spaceS
-        y: 28
-        visible: text !== ""
-        text: root.recoveryLabel
-        color: Theme.accent
-        Accessible.ignored: true
-    }
-
     CountLabel {
         id: added
 
@@ -178,6 +174,18 @@ Item {
         hoverEnabled: true
         cursorShape: Qt.PointingHandCursor
         onClicked: root.opened()
+    }
+
+    // Over the row's own area, so that a click on it does not open the file.
+    LinkButton {
+        id: recovery
+
+        anchors.left: failure.right
+        anchors.leftMargin: Theme.spaceS
+        y: 28
+        visible: text !== ""
+        text: root.recoveryLabel
+        onClicked: root.recoveryRequested()
     }
 
     onPathChanged: root.appeared(root.path)

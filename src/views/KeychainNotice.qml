@@ -17,8 +17,6 @@ FocusScope {
 
     Keys.onEscapePressed: root.notice.acknowledge()
     Keys.onReturnPressed: root.notice.acknowledge()
-    Keys.onTabPressed: button.forceActiveFocus()
-    Keys.onBacktabPressed: button.forceActiveFocus()
 
     Rectangle {
         anchors.fill: parent
@@ -30,32 +28,17 @@ FocusScope {
         }
     }
 
-    Repeater {
-        model: [1, 4]
-
-        Rectangle {
-            required property int modelData
-
-            x: card.x - 1
-            y: card.y + modelData
-            width: card.width + 2
-            height: card.height
-            radius: Theme.sheetRadius
-            color: Theme.shadow
-        }
+    RaisedPanel {
+        anchors.fill: card
     }
 
-    Rectangle {
+    Item {
         id: card
 
         anchors.horizontalCenter: parent.horizontalCenter
         y: (parent.height - height) / 2 - 60
         width: Theme.alertWidthSize
         height: words.implicitHeight + 2 * Theme.spaceXxl
-        radius: Theme.sheetRadius
-        color: Theme.card
-        border.width: Theme.hairlineWidth
-        border.color: Theme.lineStrong
         Accessible.role: Accessible.Dialog
         Accessible.name: title.text
         Accessible.description: message.text
@@ -115,6 +98,9 @@ FocusScope {
 
                 anchors.right: parent.right
                 text: qsTr("Continue")
+                // The keyboard does not leave it while it shows.
+                KeyNavigation.tab: button
+                KeyNavigation.backtab: button
                 onClicked: root.notice.acknowledge()
             }
         }

@@ -4,7 +4,7 @@ import QtQuick
 import Vantrel
 
 /// The main window.
-Window {
+FramedWindow {
     id: root
 
     required property RootViewModel viewModel
@@ -20,7 +20,6 @@ Window {
     minimumHeight: Theme.windowMinHeightSize
     visible: true
     title: qsTr("Reviewer")
-    color: Theme.surface
 
     Binding {
         target: Theme
@@ -46,14 +45,16 @@ Window {
     RootView {
         anchors.fill: parent
         viewModel: root.viewModel
+        onShortcutsRequested: shortcuts.present()
+    }
+
+    ShortcutsWindow {
+        id: shortcuts
     }
 
     Shortcut {
         sequences: ["Ctrl+Q"]
+        context: Qt.ApplicationShortcut
         onActivated: Qt.quit()
-    }
-    Shortcut {
-        sequences: ["Ctrl+W"]
-        onActivated: root.close()
     }
 }

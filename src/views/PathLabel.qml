@@ -10,6 +10,8 @@ Item {
     required property string folder
     required property string name
 
+    readonly property bool isCut: folderLabel.truncated || folderLabel.width < folderLabel.implicitWidth || nameLabel.truncated
+
     implicitWidth: folderLabel.implicitWidth + nameLabel.implicitWidth
     implicitHeight: Theme.bodyLine
 
@@ -19,7 +21,7 @@ Item {
         width: Math.max(0, Math.min(implicitWidth, root.width - nameLabel.width))
         text: root.folder
         color: Theme.inkTertiary
-        elide: Text.ElideLeft
+        elide: Text.ElideMiddle
         Accessible.ignored: true
     }
 

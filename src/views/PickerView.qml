@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Dialogs
 import QtQuick.Templates as T
 import Vantrel
 
@@ -13,6 +12,8 @@ FocusScope {
 
     readonly property bool hasRecents: recents.count > 0
     readonly property int contentTop: Math.max(32, Math.min(240, 0.55 * (root.height + Theme.titleBarSize - 540)))
+    signal folderRequested
+
     readonly property int blockDistance: root.width < 1280 ? 0.05 * root.width : Theme.spaceHero
 
     Rectangle {
@@ -94,7 +95,18 @@ FocusScope {
             focus: true
             height: Theme.controlLargeSize
             text: qsTr("Choose Folder…")
-            onClicked: dialog.open()
+            onClicked: root.folderRequested()
+        }
+        Item {
+            width: 1
+            height: 10
+        }
+        PlainLabel {
+            width: block.width
+            text: qsTr("or drop a folder anywhere in the window")
+            font: Theme.smallFont
+            line: Theme.smallLine
+            color: Theme.inkTertiary
         }
         Item {
             width: 1
@@ -165,18 +177,5 @@ FocusScope {
                 event.accepted = true;
             }
         }
-    }
-
-    FolderDialog {
-        id: dialog
-
-        title: qsTr("Choose a repository folder")
-        onAccepted: root.viewModel.openFolder(dialog.selectedFolder)
-    }
-
-    Shortcut {
-        sequences: ["Ctrl+O"]
-        enabled: root.enabled
-        onActivated: dialog.open()
     }
 }

@@ -1,5 +1,7 @@
 #include "views/RecentRepoListModel.h"
 
+#include "views/MomentText.h"
+
 namespace vantrel {
 
 void RecentRepoListModel::setSource(PickerViewModel *source)
@@ -14,6 +16,8 @@ void RecentRepoListModel::setSource(PickerViewModel *source)
     if (source != nullptr) {
         connect(source, &PickerViewModel::recentReposChanged, this,
                 &RecentRepoListModel::takeRepos);
+        connect(source, &PickerViewModel::missingReposChanged, this,
+                &RecentRepoListModel::takeMissing);
     }
     takeRepos();
     Q_EMIT sourceChanged();
@@ -37,6 +41,10 @@ QVariant RecentRepoListModel::data(const QModelIndex &index, int role) const
         return repo.path;
     case FolderRole:
         return QUrl::fromLocalFile(repo.path);
+    case OpenedAtRole:
+        return momentText(repo.lastOpened, m_now);
+    case MissingRole:
+        return m_source && m_source->isMissing(repo.path);
     default:
         return {};
     }
@@ -44,14 +52,26 @@ QVariant RecentRepoListModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> RecentRepoListModel::roleNames() const
 {
-    return {{NameRole, "name"}, {PathRole, "path"}, {FolderRole, "folder"}};
+    return {{NameRole, "name"},
+            {PathRole, "path"},
+            {FolderRole, "folder"},
+            {OpenedAtRole, "openedAt"},
+            {MissingRole, "isMissing"}};
 }
 
 void RecentRepoListModel::takeRepos()
 {
     beginResetModel();
     m_repos = m_source ? m_source->recentRepos() : QList<RecentRepo>();
+    m_now = QDateTime::currentDateTime();
     endResetModel();
+}
+
+void RecentRepoListModel::takeMissing()
+{
+    if (!m_repos.isEmpty()) {
+        Q_EMIT dataChanged(index(0), index(int(m_repos.size()) - 1), {MissingRole});
+    }
 }
 
 } // namespace vantrel

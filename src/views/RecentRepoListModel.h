@@ -3,6 +3,7 @@
 #include "app/PickerViewModel.h"
 
 #include <QAbstractListModel>
+#include <QDateTime>
 #include <QPointer>
 #include <qqml.h>
 
@@ -20,6 +21,8 @@ public:
         NameRole = Qt::UserRole + 1, ///< QString
         PathRole,                    ///< QString
         FolderRole,                  ///< QUrl: the folder at the path
+        OpenedAtRole,                ///< QString: when it was opened, see `momentText`
+        MissingRole,                 ///< bool: it is not there any more
     };
 
     using QAbstractListModel::QAbstractListModel;
@@ -36,9 +39,11 @@ Q_SIGNALS:
 
 private:
     void takeRepos();
+    void takeMissing();
 
     QPointer<PickerViewModel> m_source{};
     QList<RecentRepo> m_repos{};
+    QDateTime m_now{}; ///< When the repositories were taken: what "today" means.
 };
 
 } // namespace vantrel

@@ -10,6 +10,8 @@ Item {
     required property string name
     required property string path
     required property url folder
+    required property string openedAt
+    required property bool isMissing
     required property bool isCurrent
 
     signal opened
@@ -17,7 +19,7 @@ Item {
     implicitHeight: Theme.recentRowSize
     Accessible.role: Accessible.ListItem
     Accessible.name: root.name
-    Accessible.description: root.path
+    Accessible.description: root.path + ", " + when.text
     Accessible.onPressAction: root.opened()
 
     Rectangle {
@@ -32,6 +34,7 @@ Item {
         x: Theme.spaceM
         anchors.verticalCenter: parent.verticalCenter
         name: "folder"
+        opacity: root.isMissing ? Theme.stillOpacity : 1
     }
 
     PlainLabel {
@@ -39,24 +42,45 @@ Item {
 
         anchors.left: icon.right
         anchors.leftMargin: 14
-        anchors.right: parent.right
+        anchors.right: when.left
         anchors.rightMargin: Theme.spaceM
         y: 9
         text: root.name
         font: Theme.bodyBoldFont
-        color: Theme.inkHeading
+        color: root.isMissing ? Theme.inkTertiary : Theme.inkHeading
         Accessible.ignored: true
     }
 
     PlainLabel {
+        id: pathLabel
+
         anchors.left: nameLabel.left
         anchors.right: nameLabel.right
         anchors.top: nameLabel.bottom
         text: root.path
         font: Theme.smallFont
         line: Theme.smallLine
-        color: Theme.inkSecondary
+        color: root.isMissing ? Theme.inkTertiary : Theme.inkSecondary
         elide: Text.ElideMiddle
+        Accessible.ignored: true
+
+        ToolTipLabel {
+            visible: pathLabel.truncated && pointer.containsMouse
+            text: root.path
+        }
+    }
+
+    PlainLabel {
+        id: when
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceM
+        anchors.verticalCenter: parent.verticalCenter
+        width: Math.ceil(implicitWidth)
+        text: root.isMissing ? qsTr("Folder not found") : root.openedAt
+        font: Theme.smallFont
+        line: Theme.smallLine
+        color: Theme.inkTertiary
         Accessible.ignored: true
     }
 

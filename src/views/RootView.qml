@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Dialogs
 import Vantrel
 
 /// The title bar, the screen of the coordinator's route below it, and what may lie over the screen.
@@ -12,6 +13,14 @@ Rectangle {
     /// The file that was open last, so that the file list finds its place again.
     property string lastFilePath: ""
     property real listPosition: 0
+
+    readonly property bool isPicking: root.viewModel.fileList === null && root.viewModel.diff === null
+
+    /// Nothing lies over the screen.
+    readonly property bool isScreenInFront: !notice.visible
+
+    signal settingsRequested
+    signal shortcutsRequested
 
     /// Makes the route's screen anew. It is handed its view model once, since the former one is on its
     /// way out while its screen still is there.
@@ -63,13 +72,6 @@ Rectangle {
         id: panelSizes
     }
 
-    TitleBar {
-        id: titleBar
-
-        width: root.width
-        coordinator: root.viewModel.coordinator
-    }
-
     Loader {
         id: screen
 
@@ -77,7 +79,7 @@ Rectangle {
         anchors.bottom: parent.bottom
         width: root.width
         focus: true
-        enabled: !notice.visible
+        enabled: root.isScreenInFront
         onLoaded: {
             if (enabled) {
                 (screen.item as Item).forceActiveFocus();
@@ -90,10 +92,82 @@ Rectangle {
         }
     }
 
+    Connections {
+        function onFolderRequested(): void {
+            dialog.open();
+        }
+        function onSettingsRequested(): void {
+            root.settingsRequested();
+        }
+
+        target: screen.item
+        ignoreUnknownSignals: true
+    }
+
+    RefusalBox {
+        id: refusal
+
+        anchors.horizontalCenter: screen.horizontalCenter
+        y: root.height - height - Theme.spaceXxl
+        width: Math.min(Theme.sheetWidthSize, root.width - 2 * Theme.spaceXxl)
+        message: root.isPicking ? "" : root.viewModel.picker.errorMessage
+
+        Connections {
+            function onRefused(): void {
+                refusal.isDismissed = false;
+            }
+
+            target: root.viewModel.picker
+        }
+    }
+
+    DropVeil {
+        anchors.fill: screen
+        enabled: root.isScreenInFront
+        onFolderDropped: folder => root.viewModel.openFolder(folder)
+    }
+
     KeychainNotice {
         id: notice
 
         anchors.fill: screen
         notice: root.viewModel.keychainAccessNotice
+    }
+
+    // After the screen, so that the keyboard comes to it last.
+    TitleBar {
+        id: titleBar
+
+        width: root.width
+        coordinator: root.viewModel.coordinator
+        canChooseFolder: root.isScreenInFront
+        onFolderRequested: dialog.open()
+        onSettingsRequested: root.settingsRequested()
+        onShortcutsRequested: root.shortcutsRequested()
+    }
+
+    FolderDialog {
+        id: dialog
+
+        title: qsTr("Choose a repository folder")
+        onAccepted: root.viewModel.openFolder(dialog.selectedFolder)
+    }
+
+    Shortcut {
+        sequences: ["Ctrl+O"]
+        enabled: root.isScreenInFront
+        onActivated: dialog.open()
+    }
+    Shortcut {
+        sequences: ["Ctrl+,"]
+        onActivated: root.settingsRequested()
+    }
+    Shortcut {
+        sequences: ["F1"]
+        onActivated: root.shortcutsRequested()
+    }
+    Shortcut {
+        sequences: ["F10"]
+        onActivated: titleBar.openMenu()
     }
 }

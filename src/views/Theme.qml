@@ -92,6 +92,8 @@ QtObject {
 
     // Sizes
     readonly property int titleBarSize: 40
+    /// Narrow enough to leave the scroll bars at the window's edge to the pointer.
+    readonly property int resizeEdgeSize: 4
     readonly property int toolbarSize: 48
     readonly property int paneHeaderSize: 28
     readonly property int cardHeadSize: 32

@@ -1,28 +1,66 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
+import QtQuick.Templates as T
 import Vantrel
 
-/// The strip on top of every screen: the title, the repository and its branch.
-Rectangle {
+/// The strip on top of every screen: the menu, the title, the repository and its branch.
+TitleStrip {
     id: root
 
     required property AppCoordinator coordinator
+
+    /// Whether another folder may be chosen now.
+    property bool canChooseFolder: true
+
+    signal folderRequested
+    signal settingsRequested
+    signal shortcutsRequested
+
+    function openMenu(): void {
+        menu.open();
+    }
 
     function listed(part: string): string {
         return part === "" ? "" : ", " + part;
     }
 
-    implicitHeight: Theme.titleBarSize
-    color: Theme.window
-    Accessible.role: Accessible.TitleBar
     Accessible.name: title.text + root.listed(root.coordinator.repositoryName) + root.listed(root.coordinator.branchName)
+
+    QuietButton {
+        id: menuButton
+
+        x: Theme.spaceS
+        anchors.verticalCenter: parent.verticalCenter
+        width: 32
+        height: Theme.controlCompactSize
+        display: T.AbstractButton.IconOnly
+        labelColor: Theme.inkHeading
+        fillColor: menu.visible ? Theme.rowPressed : "transparent"
+        iconName: "menu"
+        text: qsTr("Menu")
+        onClicked: menu.visible ? menu.close() : menu.open()
+
+        AppMenu {
+            id: menu
+
+            y: menuButton.height + Theme.spaceXs
+            canChooseFolder: root.canChooseFolder
+            onFolderRequested: root.folderRequested()
+            onSettingsRequested: root.settingsRequested()
+            onShortcutsRequested: root.shortcutsRequested()
+            onClosed: if (menuButton.activeFocus) {
+                menuButton.forceActiveFocus(Qt.OtherFocusReason);
+            }
+        }
+    }
 
     PlainLabel {
         id: title
 
         anchors.verticalCenter: parent.verticalCenter
-        x: Theme.spaceL
+        anchors.left: menuButton.right
+        anchors.leftMargin: Theme.spaceS
         width: Math.ceil(implicitWidth)
         text: qsTr("Reviewer")
         font: Theme.bodyBoldFont
@@ -47,7 +85,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: divider.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(Math.ceil(implicitWidth), Math.round((root.width - x) / 2))
+        width: Math.min(Math.ceil(implicitWidth), Math.round((root.contentRight - x) / 2))
         text: root.coordinator.repositoryName
         elide: Text.ElideMiddle
     }
@@ -56,7 +94,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: repositoryLabel.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(Math.ceil(branchLabel.implicitWidth) + 32, root.width - x - Theme.spaceL)
+        width: Math.min(Math.ceil(branchLabel.implicitWidth) + 32, root.contentRight - x - Theme.spaceL)
         height: 22
         visible: root.coordinator.branchName !== ""
         radius: Theme.badgeRadius
@@ -81,12 +119,5 @@ Rectangle {
             color: Theme.inkSecondary
             elide: Text.ElideMiddle
         }
-    }
-
-    Rectangle {
-        anchors.bottom: parent.bottom
-        width: parent.width
-        height: Theme.hairlineWidth
-        color: Theme.line
     }
 }

@@ -1,5 +1,7 @@
 #include "FakeRecentRepos.h"
 
+#include <QFileInfo>
+
 #include <algorithm>
 #include <utility>
 
@@ -42,6 +44,11 @@ void FakeRecentRepos::record(const QString &name, const QString &path)
     logAndHang(lock, u"record %1 %2"_s.arg(name, path));
     std::erase_if(m_repos, [&path](const RecentRepo &repo) { return repo.path == path; });
     m_repos.push_back(RecentRepo{QUuid::createUuidV5(QUuid(), path), name, path, {}});
+}
+
+bool FakeRecentRepos::isRepository(const QString &path) const
+{
+    return QFileInfo::exists(path + u"/.git"_s);
 }
 
 void FakeRecentRepos::logAndHang(std::unique_lock<std::mutex> &lock, const QString &call) const

@@ -27,6 +27,7 @@ public:
 
     [[nodiscard]] QList<RecentRepo> load() const override;
     void record(const QString &name, const QString &path) override;
+    [[nodiscard]] bool isRepository(const QString &path) const override; ///< On the real disk.
 
 private:
     void logAndHang(std::unique_lock<std::mutex> &lock, const QString &call) const;

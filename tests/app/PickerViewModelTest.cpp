@@ -129,6 +129,55 @@ TEST_F(PickerViewModelTest, LoadsTheRecentRepositoriesWhenItIsMade)
     EXPECT_EQ(published, QStringList{u"recentRepos"_s});
 }
 
+TEST_F(PickerViewModelTest, TellsWhichRecentRepositoriesAreNotThereAnyMore)
+{
+    const QString orchard = makeRepository(u"orchard"_s);
+    store->record(u"orchard"_s, orchard);
+
+    picker->reloadRecents();
+    runUntil([this] { return picker->isMissing(u"/barn"_s); });
+
+    EXPECT_FALSE(picker->isMissing(orchard));
+    EXPECT_EQ(recentNames(), QStringList({u"orchard"_s, u"barn"_s}));
+}
+
+TEST_F(PickerViewModelTest, ARepositoryThatIsBackIsNotMissingAnyMore)
+{
+    const QString orchard = makeRepository(u"orchard"_s);
+    const QString elsewhere = folders.filePath(u"elsewhere"_s);
+    store->record(u"orchard"_s, orchard);
+    ASSERT_TRUE(QDir().rename(orchard, elsewhere));
+    picker->reloadRecents();
+    runUntil([&] { return picker->isMissing(orchard); });
+
+    ASSERT_TRUE(QDir().rename(elsewhere, orchard));
+    picker->reloadRecents();
+    runUntil([&] { return !picker->isMissing(orchard); });
+
+    EXPECT_TRUE(openedAt(QUrl::fromLocalFile(orchard)).has_value());
+}
+
+TEST_F(PickerViewModelTest, AMissingRecentRepositoryIsRefusedAndStaysInTheList)
+{
+    openAndWait(u"/barn"_s);
+
+    EXPECT_EQ(picker->errorMessage(), refusalSentence);
+    EXPECT_EQ(recentNames(), QStringList{u"barn"_s});
+    EXPECT_EQ(openName(), QString());
+}
+
+TEST_F(PickerViewModelTest, EachRefusalIsAnnounced)
+{
+    int refusals = 0;
+    QObject::connect(picker.get(), &PickerViewModel::refused, [&refusals] { ++refusals; });
+
+    openAndWait(makeFolder(u"orchard"_s));
+    openAndWait(makeFolder(u"meadow"_s));
+    openAndWait(makeRepository(u"field"_s));
+
+    EXPECT_EQ(refusals, 2);
+}
+
 TEST_F(PickerViewModelTest, ReloadingShowsWhatWasRecordedElsewhere)
 {
     store->record(u"orchard"_s, u"/orchard"_s);

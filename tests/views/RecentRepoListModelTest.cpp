@@ -1,6 +1,7 @@
 #include "views/RecentRepoListModel.h"
 
 #include "ScreenServices.h"
+#include "views/MomentText.h"
 
 #include <gtest/gtest.h>
 
@@ -47,6 +48,30 @@ TEST_F(RecentRepoListModelTest, HasARowForEachRepositoryNewestFirst)
     EXPECT_EQ(value(0, RecentRepoListModel::FolderRole),
               QUrl::fromLocalFile(u"/home/ada/50% größe"_s));
     EXPECT_EQ(value(1, RecentRepoListModel::NameRole), u"orchard"_s);
+}
+
+TEST_F(RecentRepoListModelTest, TellsWhenARepositoryWasOpened)
+{
+    model.setSource(&viewModel);
+
+    record(u"orchard"_s, u"/home/ada/orchard"_s);
+
+    const QDateTime lastOpened = viewModel.recentRepos().first().lastOpened;
+    EXPECT_EQ(value(0, RecentRepoListModel::OpenedAtRole),
+              momentText(lastOpened, QDateTime::currentDateTime()));
+}
+
+TEST_F(RecentRepoListModelTest, MarksARepositoryThatIsNotThereWithoutAReset)
+{
+    model.setSource(&viewModel);
+    record(u"orchard"_s, u"/home/ada/orchard"_s);
+    const QSignalSpy resets(&model, &RecentRepoListModel::modelReset);
+    const QSignalSpy changes(&model, &RecentRepoListModel::dataChanged);
+
+    runUntil([this] { return value(0, RecentRepoListModel::MissingRole).toBool(); });
+
+    EXPECT_EQ(resets.count(), 0);
+    EXPECT_EQ(changes.count(), 1);
 }
 
 TEST_F(RecentRepoListModelTest, TakesWhatItsSourceHasAlready)

@@ -2,7 +2,11 @@
 
 #include "Samples.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QQuickWindow>
 
 #include <algorithm>
 
@@ -18,6 +22,21 @@ AIFailure missingKey()
     error.kind = AIServiceError::Case::missingAPIKey;
     return error;
 }
+
+/// What a drag from another program carries, and where it is.
+struct Drag
+{
+    explicit Drag(QQuickItem *item, const QList<QUrl> &urls)
+        : window(item->window())
+        , position(window->width() / 2, window->height() / 2)
+    {
+        data.setUrls(urls);
+    }
+
+    QQuickWindow *window;
+    QPoint position;
+    QMimeData data{};
+};
 
 bool isRead(const ExplanationChannel &explanation)
 {
@@ -43,10 +62,53 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
 
 void ScreenDriver::addRecentRepository(const QString &name)
 {
-    const QString path = m_folder->filePath(name);
-    QDir().mkpath(path + u"/.git"_s);
-    m_services->recentRepos->record(name, path);
+    m_services->recentRepos->record(name, makeRepository(name).toLocalFile());
     m_root->picker()->reloadRecents();
+}
+
+void ScreenDriver::addMissingRepository(const QString &name)
+{
+    m_services->recentRepos->record(name, m_folder->filePath(name));
+    m_root->picker()->reloadRecents();
+}
+
+bool ScreenDriver::dragOver(QQuickItem *item, const QList<QUrl> &urls)
+{
+    const Drag drag(item, urls);
+    QDragEnterEvent enter(drag.position, Qt::CopyAction, &drag.data, Qt::LeftButton,
+                          Qt::NoModifier);
+    QCoreApplication::sendEvent(drag.window, &enter);
+    QDragMoveEvent move(drag.position, Qt::CopyAction, &drag.data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(drag.window, &move);
+    return move.isAccepted();
+}
+
+void ScreenDriver::dragAway(QQuickItem *item)
+{
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(item->window(), &leave);
+}
+
+bool ScreenDriver::dropOn(QQuickItem *item, const QList<QUrl> &urls)
+{
+    const Drag drag(item, urls);
+    QDropEvent drop(drag.position, Qt::CopyAction, &drag.data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(drag.window, &drop);
+    return drop.isAccepted();
+}
+
+QUrl ScreenDriver::makeFolder(const QString &name)
+{
+    const QString path = m_folder->filePath(name);
+    QDir().mkpath(path);
+    return QUrl::fromLocalFile(path);
+}
+
+QUrl ScreenDriver::makeRepository(const QString &name)
+{
+    const QUrl folder = makeFolder(name);
+    makeFolder(name + u"/.git"_s);
+    return folder;
 }
 
 void ScreenDriver::removeRepositories()

@@ -5,8 +5,10 @@
 #include "app/RootViewModel.h"
 
 #include <QObject>
+#include <QQuickItem>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <memory>
 #include <optional>
@@ -31,8 +33,20 @@ public:
     /// Makes an empty repository of this name and remembers it as the newest recent one.
     Q_INVOKABLE void addRecentRepository(const QString &name);
 
+    /// Remembers a repository that is not there as the newest recent one.
+    Q_INVOKABLE void addMissingRepository(const QString &name);
+
     /// Removes all repositories that were made.
     Q_INVOKABLE void removeRepositories();
+
+    /// Drags files over the middle of the item's window, as from another program, and drops them.
+    Q_INVOKABLE bool dragOver(QQuickItem *item, const QList<QUrl> &urls);
+    Q_INVOKABLE void dragAway(QQuickItem *item);
+    Q_INVOKABLE bool dropOn(QQuickItem *item, const QList<QUrl> &urls);
+
+    /// The address of a new folder without a repository, and of a new repository.
+    Q_INVOKABLE QUrl makeFolder(const QString &name);
+    Q_INVOKABLE QUrl makeRepository(const QString &name);
 
     /// Opens the repository "repo" and leaves its listing open.
     Q_INVOKABLE void openRepository();

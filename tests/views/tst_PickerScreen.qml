@@ -19,7 +19,7 @@ Item {
         content: window
 
         function test_itsTextsAreTheFixedOnes(): void {
-            for (const text of ["Reviewer", "Open a repository to read its working changes.", "Pick any folder containing a .git directory. Every uncommitted file is summarised, and each hunk gets an explanation you can question.", "Choose Folder…"]) {
+            for (const text of ["Reviewer", "Open a repository to read its working changes.", "Pick any folder containing a .git directory. Every uncommitted file is summarised, and each hunk gets an explanation you can question.", "Choose Folder…", "or drop a folder anywhere in the window"]) {
                 verify(screen.named(text) !== null, text);
             }
             compare(screen.all(Accessible.AlertMessage).length, 0);
@@ -48,8 +48,26 @@ Item {
 
             const rows = screen.all(Accessible.ListItem);
             compare(rows.map(row => row.Accessible.name), ["meadow", "orchard"]);
-            verify(rows[0].Accessible.description.endsWith("/meadow"));
+            verify(rows[0].Accessible.description.includes("/meadow, "));
             compare(screen.all(Accessible.List)[0].Accessible.name, "Recent");
+        }
+
+        function test_aRecentRepositoryTellsWhenItWasOpened(): void {
+            driver.addRecentRepository("orchard");
+            const row = screen.expectNamed("orchard");
+
+            verify(/, Today, \d\d:\d\d$/.test(row.Accessible.description), row.Accessible.description);
+        }
+
+        function test_aRecentRepositoryThatIsGoneIsShownAsSuchAndRefused(): void {
+            driver.addMissingRepository("orchard");
+            const row = screen.expectNamed("orchard");
+            tryVerify(() => row.Accessible.description.endsWith(", Folder not found"));
+
+            mouseClick(row);
+
+            screen.expectNamed("That folder doesn't contain a .git directory.");
+            verify(screen.named("orchard") !== null);
         }
 
         function test_theKeyboardIsOnTheNewestRecentRepository(): void {

@@ -78,4 +78,9 @@ Task<Result<QStringList, AIFailure>> SampleAIService::suggestQuestions(QString, 
     co_return m_questions;
 }
 
+bool SampleRecentRepos::isRepository(const QString &path) const
+{
+    return path.startsWith(u"/home/mira/"_s) && path != m_missing;
+}
+
 } // namespace vantrel::screenshots

@@ -5,6 +5,8 @@
 #include "platform/jobs/Channel.h"
 #include "platform/jobs/WaiterList.h"
 
+#include "persistence/RecentReposStoring.h"
+
 #include <QHash>
 #include <QSemaphore>
 #include <QStringList>
@@ -88,6 +90,23 @@ private:
     WaiterList m_never{};
     std::deque<Channel<HunkExplanationStreamEvent, AIFailure>> m_explanationChannels{};
     std::deque<Channel<QString, AIFailure>> m_answerChannels{};
+};
+
+/// Recent repositories that do not depend on what is on the disk. Thread: any, once it is filled.
+class SampleRecentRepos final : public RecentReposStoring
+{
+public:
+    /// Newest first.
+    void setRepos(QList<RecentRepo> repos) { m_repos = std::move(repos); }
+    void setMissing(const QString &path) { m_missing = path; }
+
+    [[nodiscard]] QList<RecentRepo> load() const override { return m_repos; }
+    void record(const QString &, const QString &) override {}
+    [[nodiscard]] bool isRepository(const QString &path) const override;
+
+private:
+    QList<RecentRepo> m_repos{};
+    QString m_missing{};
 };
 
 } // namespace vantrel::screenshots

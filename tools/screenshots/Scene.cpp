@@ -158,6 +158,7 @@ const QList<Scene::State> &Scene::all()
     static const QList<State> states = {
         {u"picker"_s, [](Scene &scene) { scene.showPicker(); }},
         {u"picker-recents"_s, [](Scene &scene) { scene.showRecents(); }},
+        {u"picker-missing"_s, [](Scene &scene) { scene.showMissingRecent(); }},
         {u"picker-refused"_s, [](Scene &scene) { scene.showRefusal(); }},
         {u"files-loading"_s, [](Scene &scene) { scene.showLoadingFiles(); }},
         {u"files-summaries"_s, [](Scene &scene) { scene.showFirstSummary(); }},
@@ -193,14 +194,32 @@ void Scene::showPicker() {}
 
 void Scene::showRecents()
 {
+    // Days whose names do not change with the day on which the picture is made.
+    const QDate today = QDate::currentDate();
     const QString home = u"/home/mira/"_s;
-    for (const QString &path :
-         {u"Documents/thesis"_s, u".dotfiles"_s, u"work/clients/northwind/mobile-client"_s,
-          u"work/platform/infra"_s, u"src/paper-trail"_s, u"src/ledger-api"_s}) {
-        m_recentRepos->record(path.section(u'/', -1), home + path);
+    const QList<std::pair<QString, QDateTime>> opened{
+        {u"src/ledger-api"_s, QDateTime(today, QTime(9, 42))},
+        {u"src/paper-trail"_s, QDateTime(today, QTime(8, 15))},
+        {u"work/platform/infra"_s, QDateTime(today.addDays(-1), QTime(17, 3))},
+        {u"work/clients/northwind/mobile-client"_s, QDateTime(QDate(2024, 11, 16), QTime(9, 0))},
+        {u".dotfiles"_s, QDateTime(QDate(2024, 11, 14), QTime(9, 0))},
+        {u"Documents/thesis"_s, QDateTime(QDate(2024, 11, 2), QTime(9, 0))},
+    };
+    QList<RecentRepo> repos;
+    for (const auto &[path, time] : opened) {
+        repos.append({QUuid::createUuid(), path.section(u'/', -1), home + path, time});
     }
+    m_recentRepos->setRepos(std::move(repos));
     m_rootViewModel->picker()->reloadRecents();
     wait([this] { return !m_rootViewModel->picker()->recentRepos().isEmpty(); });
+}
+
+void Scene::showMissingRecent()
+{
+    const QString path = u"/home/mira/work/platform/infra"_s;
+    m_recentRepos->setMissing(path);
+    showRecents();
+    wait([this, path] { return m_rootViewModel->picker()->isMissing(path); });
 }
 
 void Scene::showRefusal()

@@ -10,7 +10,6 @@
 #include "git/GitWorker.h"
 #include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
-#include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "views/MainWindow.h"
@@ -52,6 +51,7 @@ private:
 
     void showPicker();
     void showRecents();
+    void showMissingRecent();
     void showRefusal();
     void showFileList();
     void showFiles(SampleGitService::Listing listing);
@@ -76,8 +76,7 @@ private:
     SettingsStore m_settings;
     AppearanceController m_appearanceController;
     SystemAppearance m_appearance;
-    std::shared_ptr<RecentReposStore> m_recentRepos =
-        std::make_shared<RecentReposStore>(m_defaults, QStringLiteral("recentRepos"), 10);
+    std::shared_ptr<SampleRecentRepos> m_recentRepos = std::make_shared<SampleRecentRepos>();
     NotificationCenter m_notificationCenter{};
     SampleGitService m_git{};
     GitWorker m_gitWorker;

@@ -1,0 +1,66 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Vantrel
+
+/// The application's menu.
+T.Menu {
+    id: root
+
+    property bool canChooseFolder: true
+
+    signal folderRequested
+    signal settingsRequested
+    signal shortcutsRequested
+
+    implicitWidth: 232
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    padding: Theme.spaceXs + Theme.hairlineWidth
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+
+    contentItem: ListView {
+        implicitHeight: contentHeight
+        model: root.contentModel
+        interactive: false
+        currentIndex: root.currentIndex
+        Accessible.role: Accessible.PopupMenu
+        Accessible.name: qsTr("Menu")
+
+        Keys.onPressed: event => {
+            for (let i = 0; i < root.count; ++i) {
+                if (event.text !== "" && root.itemAt(i).enabled && (root.itemAt(i) as MenuEntry).text.startsWith(event.text.toUpperCase())) {
+                    root.currentIndex = i;
+                    event.accepted = true;
+                    return;
+                }
+            }
+        }
+    }
+
+    background: RaisedPanel {
+        radius: Theme.cardRadius
+    }
+
+    MenuEntry {
+        text: qsTr("Choose Folder…")
+        keys: "Ctrl+O"
+        enabled: root.canChooseFolder
+        onTriggered: root.folderRequested()
+    }
+    MenuEntry {
+        text: qsTr("Settings…")
+        keys: "Ctrl+,"
+        onTriggered: root.settingsRequested()
+    }
+    MenuEntry {
+        text: qsTr("Keyboard Shortcuts")
+        keys: "F1"
+        onTriggered: root.shortcutsRequested()
+    }
+    MenuEntry {
+        text: qsTr("Quit Vantrel")
+        keys: "Ctrl+Q"
+        onTriggered: Qt.quit()
+    }
+}

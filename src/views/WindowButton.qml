@@ -1,0 +1,12 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick.Templates as T
+import Vantrel
+
+/// One of the icons in a title bar.
+QuietButton {
+    width: 36
+    height: Theme.controlCompactSize
+    display: T.AbstractButton.IconOnly
+    labelColor: Theme.inkHeading
+}
