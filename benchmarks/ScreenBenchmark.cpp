@@ -6,7 +6,6 @@
 #include "platform/jobs/RunQueue.h"
 #include "screens/ReviewScreen.h"
 
-#include <QGuiApplication>
 #include <QQmlExtensionPlugin>
 #include <QQuickWindow>
 
@@ -74,9 +73,9 @@ HunkExplanation someExplanation()
     return explanation;
 }
 
-void scroll(const char *figure, int linesOfHunk)
+void scroll(const MeteredApplication &application, const char *figure, int linesOfHunk)
 {
-    ReviewScreen screen(changedFile(manyLines, linesOfHunk), Motion::full);
+    ReviewScreen screen(application, changedFile(manyLines, linesOfHunk), Motion::full);
     screen.explanation().push(ExplanationCompleted{someExplanation()});
     screen.pressPageDown();
     screen.awaitFrame();
@@ -120,9 +119,9 @@ void scrollUntil(const char *figure, ReviewScreen &screen, IsRead isRead)
     printFrames(figure, screen.meter().frames());
 }
 
-void burstOfExplanation()
+void burstOfExplanation(const MeteredApplication &application)
 {
-    ReviewScreen screen(changedFile(manyLines, ordinaryHunk), Motion::full);
+    ReviewScreen screen(application, changedFile(manyLines, ordinaryHunk), Motion::full);
     test::ExplanationChannel &explanation = screen.explanation();
     qsizetype length = 0;
     for (const QString &chunk : chunks()) {
@@ -134,19 +133,23 @@ void burstOfExplanation()
     });
 }
 
-void burstOfAnswer()
+void burstOfAnswer(const MeteredApplication &application)
 {
-    ReviewScreen screen(changedFile(manyLines, ordinaryHunk), Motion::full);
+    ReviewScreen screen(application, changedFile(manyLines, ordinaryHunk), Motion::full);
     screen.explanation().push(ExplanationCompleted{someExplanation()});
     ReviewScreen::runUntil(
         [&] { return screen.diff().selectedHunk()->explanationState.isLoaded(); });
+    const ChatThreadViewModel &chat = *screen.diff().chatViewModel(0);
     auto &answer = screen.ask(u"Why?"_s);
-    qsizetype length = 0;
+    // Its bubble is made with its first frame.
+    answer.push(u"Since "_s);
+    ReviewScreen::runUntil([&] { return !chat.messages().last().text.isEmpty(); });
+    screen.awaitFrame();
+    qsizetype length = chat.messages().last().text.size();
     for (const QString &chunk : chunks()) {
         answer.push(chunk);
         length += chunk.size();
     }
-    const ChatThreadViewModel &chat = *screen.diff().chatViewModel(0);
     scrollUntil("burst of an answer", screen,
                 [&] { return chat.messages().last().text.size() == length; });
 }
@@ -160,10 +163,10 @@ double costOfDelta(ReviewScreen &screen)
 }
 
 /// The two files take turns, so that what else the machine does falls on both alike.
-void deltas()
+void deltas(const MeteredApplication &application)
 {
-    ReviewScreen few(changedFile(10, 10), Motion::reduced);
-    ReviewScreen many(changedFile(manyLines, ordinaryHunk), Motion::reduced);
+    ReviewScreen few(application, changedFile(10, 10), Motion::reduced);
+    ReviewScreen many(application, changedFile(manyLines, ordinaryHunk), Motion::reduced);
     Costs costsOfFew;
     Costs costsOfMany;
     for (int i = 0; i < deltaCount; ++i) {
@@ -174,14 +177,13 @@ void deltas()
     print("delta", "100000 rows", median(costsOfMany));
 }
 
-int run()
+void run(const MeteredApplication &application)
 {
-    scroll("scroll", ordinaryHunk);
-    scroll("scroll small hunks", smallHunk);
-    burstOfExplanation();
-    burstOfAnswer();
-    deltas();
-    return 0;
+    scroll(application, "scroll", ordinaryHunk);
+    scroll(application, "scroll small hunks", smallHunk);
+    burstOfExplanation(application);
+    burstOfAnswer(application);
+    deltas(application);
 }
 
 } // namespace
@@ -190,11 +192,12 @@ int run()
 int main(int argc, char **argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
+    const vantrel::bench::MeteredApplication application(argc, argv);
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     vantrel::RunQueue::interfaceThread();
     try {
-        return vantrel::bench::run();
+        vantrel::bench::run(application);
+        return 0;
     } catch (const std::exception &error) {
         std::fprintf(stderr, "vantrel_screen_benchmark: %s\n", error.what());
         return 1;

@@ -64,14 +64,24 @@ def virtual_screen(folder: pathlib.Path) -> Iterator[Screen]:
 
 
 def source_text(replaced: int, word: str, sign: str) -> str:
-    """A file in which `replaced` lines carry the word, in pieces of at most fifty."""
+    """A file in which `replaced` lines carry the word, in pieces of at most fifty.
+
+    Lines are as long as those of most sources, 36 characters on average, and each is the only one of
+    its kind.
+    """
+    forms = (
+        "    const auto {word}{number} = compute({number});",
+        "    if ({word}{number} == nullptr) {{",
+        "        return failure({word}{number}); // Nobody asked for it.",
+        "    }} // {word}{number}",
+        "    m_{word}.insert({number}, other->field);",
+    )
     lines = [f"// Line {number} before the first change." for number in range(3)]
     for number in range(replaced):
         if number > 0 and number % LINES_OF_HUNK == 0:
             lines += [f"// Line {line} before change {number}." for line in range(10)]
         start = sign if number < 2 else ""
-        lines.append(f"{start}    const auto {word}{number} = compute({number}, "
-                     f"other->field[{number % 17}], \"text\"); // And a comment about it.")
+        lines.append(start + forms[number % len(forms)].format(word=word, number=number))
     return "\n".join(lines) + "\n"
 
 

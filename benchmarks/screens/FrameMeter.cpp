@@ -1,7 +1,7 @@
 #include "screens/FrameMeter.h"
 
-#include <QAbstractEventDispatcher>
 #include <QQuickWindow>
+#include <QThread>
 
 #include <ctime>
 
@@ -18,18 +18,31 @@ double processorMilliseconds()
 
 } // namespace
 
-FrameMeter::FrameMeter(QQuickWindow &window)
+std::chrono::steady_clock::duration MeteredApplication::busyTime() const
+{
+    return m_depth > 0 ? m_busy + (Clock::now() - m_began) : m_busy;
+}
+
+bool MeteredApplication::notify(QObject *receiver, QEvent *event)
+{
+    // Workers have loops of their own.
+    if (QThread::currentThread() != thread()) {
+        return QGuiApplication::notify(receiver, event);
+    }
+    if (m_depth++ == 0) {
+        m_began = Clock::now();
+    }
+    const bool isHandled = QGuiApplication::notify(receiver, event);
+    if (--m_depth == 0) {
+        m_busy += Clock::now() - m_began;
+    }
+    return isHandled;
+}
+
+FrameMeter::FrameMeter(const MeteredApplication &application, QQuickWindow &window)
+    : m_application(application)
 {
     connect(&window, &QQuickWindow::frameSwapped, this, &FrameMeter::endFrame);
-    const QAbstractEventDispatcher *const dispatcher = QAbstractEventDispatcher::instance();
-    connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, this,
-            [this] { m_blocked = Clock::now(); });
-    connect(dispatcher, &QAbstractEventDispatcher::awake, this, [this] {
-        if (m_blocked != Clock::time_point()) {
-            m_waited += Clock::now() - m_blocked;
-            m_blocked = {};
-        }
-    });
     beginFrame();
 }
 
@@ -41,8 +54,7 @@ void FrameMeter::restart()
 
 void FrameMeter::beginFrame()
 {
-    m_waited = {};
-    m_began = Clock::now();
+    m_busyBefore = m_application.busyTime();
     m_processorBefore = processorMilliseconds();
 }
 
@@ -51,7 +63,7 @@ void FrameMeter::endFrame()
     using Milliseconds = std::chrono::duration<double, std::milli>;
     FrameCost cost;
     cost.processor = processorMilliseconds() - m_processorBefore;
-    cost.busy = Milliseconds(Clock::now() - m_began - m_waited).count();
+    cost.busy = Milliseconds(m_application.busyTime() - m_busyBefore).count();
     m_frames.append(cost);
     beginFrame();
 }

@@ -13,7 +13,8 @@ namespace vantrel::bench {
 
 using namespace Qt::Literals::StringLiterals;
 
-ReviewScreen::ReviewScreen(const FileChange &file, Motion motion)
+ReviewScreen::ReviewScreen(const MeteredApplication &application, const FileChange &file,
+                           Motion motion)
 {
     m_services.notice.acknowledge();
     m_services.knowNarrative({file}, QString());
@@ -28,7 +29,7 @@ ReviewScreen::ReviewScreen(const FileChange &file, Motion motion)
     if (window == nullptr) {
         throw std::runtime_error("the window could not be made");
     }
-    m_meter = std::make_unique<FrameMeter>(*window);
+    m_meter = std::make_unique<FrameMeter>(application, *window);
     m_panes = window->findChild<CodePanesItem *>();
     runUntil([this] { return !diff().isLoading() && m_panes->longestLine() > 0; });
     window->requestActivate();

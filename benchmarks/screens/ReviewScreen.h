@@ -23,7 +23,7 @@ public:
     enum class Motion { full, reduced };
 
     /// Returns when the file is drawn and the window takes keys.
-    ReviewScreen(const FileChange &file, Motion motion);
+    ReviewScreen(const MeteredApplication &application, const FileChange &file, Motion motion);
     ReviewScreen(const ReviewScreen &) = delete;
     ReviewScreen &operator=(const ReviewScreen &) = delete;
     ~ReviewScreen();

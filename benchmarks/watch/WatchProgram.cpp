@@ -4,6 +4,7 @@
 //   painted     words or pictures are on the screen, not only a background
 //   see:5+7     signs of five and of seven stripes are on the screen
 //   click:5     the sign of five stripes, which is on the screen, is clicked
+//   rest:2      two seconds pass, for what goes on behind what is seen
 // Prints one line of JSON: the seconds from the program's start to the end of each step, null for
 // those that did not come within the limit, and the most memory that the program itself held. Then
 // the program is killed.
@@ -16,6 +17,7 @@
 #include <cstdio>
 #include <exception>
 #include <fstream>
+#include <map>
 #include <optional>
 #include <spawn.h>
 #include <stdexcept>
@@ -42,11 +44,11 @@ constexpr auto checkInterval = 100ms;
 
 struct Step
 {
-    enum class Kind { painted, see, click };
+    enum class Kind { painted, see, click, rest };
 
     std::string name{};
     Kind kind = Kind::painted;
-    std::vector<int> signs{};
+    std::vector<int> numbers{}; ///< Of stripes, or of seconds.
 };
 
 int numberFrom(std::string_view text)
@@ -69,13 +71,15 @@ Step stepFrom(std::string_view text)
     }
     const auto colon = text.find(':');
     const std::string_view word = text.substr(0, colon);
-    if (colon == std::string_view::npos || (word != "see" && word != "click")) {
+    const std::map<std::string_view, Step::Kind> kinds{
+        {"see", Step::Kind::see}, {"click", Step::Kind::click}, {"rest", Step::Kind::rest}};
+    if (colon == std::string_view::npos || !kinds.contains(word)) {
         throw std::runtime_error("no step: " + step.name);
     }
-    step.kind = word == "see" ? Step::Kind::see : Step::Kind::click;
+    step.kind = kinds.at(word);
     for (auto rest = text.substr(colon + 1);;) {
         const auto plus = rest.find('+');
-        step.signs.push_back(numberFrom(rest.substr(0, plus)));
+        step.numbers.push_back(numberFrom(rest.substr(0, plus)));
         if (plus == std::string_view::npos) {
             return step;
         }
@@ -153,13 +157,16 @@ void awaitEmpty(WatchedScreen &screen)
 }
 
 /// True once the step is done.
-bool tryStep(const Step &step, WatchedScreen &screen)
+bool tryStep(const Step &step, Clock::time_point begin, WatchedScreen &screen)
 {
+    if (step.kind == Step::Kind::rest) {
+        return Seconds(Clock::now() - begin).count() >= step.numbers.front();
+    }
     const Sight sight = screen.look();
     if (step.kind == Step::Kind::painted) {
         return isPainted(sight);
     }
-    for (const int sign : step.signs) {
+    for (const int sign : step.numbers) {
         const auto place = placeOf(sign, sight);
         if (!place) {
             return false;
@@ -180,7 +187,8 @@ std::string watch(const std::vector<Step> &steps, double limit, WatchedScreen &s
     std::string json = "{\"steps\": {";
     bool isInTime = true;
     for (const Step &step : steps) {
-        while (isInTime && !tryStep(step, screen)) {
+        const auto begin = Clock::now();
+        while (isInTime && !tryStep(step, begin, screen)) {
             if (program.hasEnded()) {
                 throw std::runtime_error(std::string(words.front()) + " ended before " + step.name);
             }
