@@ -1,6 +1,7 @@
 // What a frame of the diff screen costs the interface thread, in the whole window: while a large
 // file is scrolled, while an answer streams in, and both at once. Prints one JSON object for each
 // figure; all but the counts are milliseconds.
+//   vantrel_screen_benchmark [PART...]     scroll, small, explanation, answer, delta
 
 #include "LargeFile.h"
 #include "platform/jobs/RunQueue.h"
@@ -11,8 +12,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <random>
 #include <stdexcept>
+#include <utility>
 
 Q_IMPORT_QML_PLUGIN(VantrelPlugin)
 
@@ -177,13 +180,23 @@ void deltas(const MeteredApplication &application)
     print("delta", "100000 rows", median(costsOfMany));
 }
 
+/// All parts, or those that are named: for a profiler.
 void run(const MeteredApplication &application)
 {
-    scroll(application, "scroll", ordinaryHunk);
-    scroll(application, "scroll small hunks", smallHunk);
-    burstOfExplanation(application);
-    burstOfAnswer(application);
-    deltas(application);
+    using Part = std::pair<QString, std::function<void()>>;
+    const QList<Part> parts{
+        {u"scroll"_s, [&] { scroll(application, "scroll", ordinaryHunk); }},
+        {u"small"_s, [&] { scroll(application, "scroll small hunks", smallHunk); }},
+        {u"explanation"_s, [&] { burstOfExplanation(application); }},
+        {u"answer"_s, [&] { burstOfAnswer(application); }},
+        {u"delta"_s, [&] { deltas(application); }},
+    };
+    const QStringList named = QCoreApplication::arguments().mid(1);
+    for (const auto &[name, measure] : parts) {
+        if (named.isEmpty() || named.contains(name)) {
+            measure();
+        }
+    }
 }
 
 } // namespace

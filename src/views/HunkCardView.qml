@@ -91,6 +91,6 @@ Item {
         anchors.rightMargin: Theme.spaceM
         y: Theme.hairlineWidth + (Theme.cardHeadSize - height) / 2
         active: root.isExplaining
-        sourceComponent: ActivityDots {}
+        source: "ActivityDots.qml"
     }
 }

@@ -40,7 +40,8 @@ TEST(EncodeRequest, ALongTextIsWhole)
 {
     QString text;
     while (text.size() < 300'000) {
-        text += u"a\"\n\u0001ä😀"_s; // Seven characters, so that no power of two falls between them.
+        text +=
+            u"a\"\n\u0001ä😀"_s; // Seven characters, so that no power of two falls between them.
     }
 
     const QJsonObject body = QJsonDocument::fromJson(encodeRequest(requestWith(text))).object();
