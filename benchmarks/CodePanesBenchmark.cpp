@@ -1,7 +1,8 @@
 #include "views/CodePanesItem.h"
 
+#include "LargeFile.h"
 #include "OpenedFile.h"
-#include "Samples.h"
+#include "ScreenServices.h"
 
 #include "platform/jobs/RunQueue.h"
 
@@ -22,26 +23,12 @@ using namespace Qt::Literals::StringLiterals;
 constexpr QSize viewport(900, 708); // Both panes of a window of 1280 by 824.
 constexpr int rowsOfHunk = 50;
 
-/// A file of `lines` changed lines in hunks of fifty.
-FileChange largeFile(int lines, const QString &text)
-{
-    const TextSlice line = TextSlice::fromString(text);
-    QList<RawHunk> hunks;
-    for (int first = 0; first < lines; first += rowsOfHunk) {
-        RawHunk hunk = changedLine(first + 1, text, text);
-        hunk.lines = QList<RawDiffLine>(rowsOfHunk, RawDiffLine{RawLineKind::deletion, line});
-        hunk.lines += QList<RawDiffLine>(rowsOfHunk, RawDiffLine{RawLineKind::addition, line});
-        hunks.append(hunk);
-    }
-    return changedFile(u"large.cpp"_s, hunks);
-}
-
 /// The panes over an opened file, drawn into a picture of the viewport's size.
 class Panes
 {
 public:
     Panes(int lines, const QString &text)
-        : m_file(largeFile(lines, text))
+        : m_file(bench::largeFile(lines, rowsOfHunk, text))
     {
         QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
         font.setPixelSize(12);
@@ -68,12 +55,9 @@ private:
     QImage m_picture{viewport, QImage::Format_ARGB32_Premultiplied};
 };
 
-const QString ordinaryLine =
-    u"    const auto value = compute(index, other->field[17], \"text\"); // a comment about it"_s;
-
 void BM_DrawNextPage(benchmark::State &state)
 {
-    Panes panes(int(state.range(0)), ordinaryLine);
+    Panes panes(int(state.range(0)), bench::ordinaryLine());
     CodePanesItem &item = panes.item();
     for (auto _ : state) {
         const qreal next = item.contentY() + viewport.height();

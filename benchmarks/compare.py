@@ -1,11 +1,12 @@
 #!/usr/bin/python3
 """Runs the benchmarks and their peers in rounds, and prints how they compare.
 
-    compare.py PROGRAMS_FOLDER RESULTS_FOLDER ROUNDS
+    compare.py BUILD_FOLDER RESULTS_FOLDER ROUNDS
 
 Each round runs every program once, so that what else the machine does falls on all alike. A ratio is
 made within a round; the table has the median of the rounds, the lowest and the highest. Samples are
-seconds for one pass over the workload, but for the rows that say otherwise.
+seconds for one pass over the workload, but for the rows that say otherwise. What takes long is run
+in the first round only, which its row says.
 """
 
 from __future__ import annotations
@@ -16,6 +17,8 @@ import pathlib
 import statistics
 import subprocess
 import sys
+
+import programs
 
 PEERS = pathlib.Path(__file__).parent / "peers"
 UNITS = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1.0}
@@ -45,8 +48,17 @@ class Row:
     def values(self, rounds: list[Round]) -> list[float]:
         return [
             figures[self.numerator] / (figures[self.denominator] if self.denominator else 1)
-            for figures in rounds
+            for figures in rounds if self.numerator in figures
         ]
+
+    def remark(self, rounds: list[Round]) -> str:
+        """What must be known of the figures."""
+        remarks = []
+        if any(f"{self.numerator}/stopped" in figures for figures in rounds):
+            remarks.append(f"stopped at {programs.LIMIT_SECONDS} s")
+        if len(self.values(rounds)) < len(rounds):
+            remarks.append("once")
+        return f" ({', '.join(remarks)})" if remarks else ""
 
     def verdict(self, median: float) -> str:
         if self.goal is None:
@@ -102,6 +114,60 @@ def table() -> list[Row]:
         Row("draw the next page, 200,000 lines", "the same, 200 lines", "BM_DrawNextPage/200000",
             "BM_DrawNextPage/200", "x time", more_is_better=False),
     ]
+    return rows + start_rows() + large_rows() + frame_rows()
+
+
+def start_rows() -> list[Row]:
+    """From process start to what is on the screen."""
+    first_frame = "start to picker; peers: any picture"
+    picker = f"start/picker/{programs.FOLDER_SEEN}"
+    rows = [Row(first_frame, peer, f"start/{peer}/painted", picker, "x speed", 1)
+            for peer in ("meld", "kdiff3", "git-cola")]
+    rows.append(Row("start to the list of changes", "git-cola",
+                    f"start/git-cola/{programs.FILE_SEEN}", f"start/vantrel/{programs.FILE_SEEN}",
+                    "x speed", 1))
+    ours = f"start/vantrel/{programs.DIFF_SEEN}"
+    for peer, words in (("meld", "meld, given both files"), ("kdiff3", "kdiff3, given both files"),
+                        ("git-cola", "git-cola, by the same click")):
+        rows.append(Row("start, click, to a diff of 20 lines", words,
+                        f"start/{peer}/{programs.DIFF_SEEN}", ours, "x speed", 1))
+    return rows
+
+
+def large_rows() -> list[Row]:
+    """A file of 100,000 changed lines."""
+    ours = "large/vantrel"
+    rows = []
+    for peer in ("meld", "kdiff3"):
+        shown = f"large/{peer}/{programs.DIFF_SEEN}"
+        rows.append(Row("click to 100,000 changed lines", f"{peer} from its start", shown,
+                        f"{ours}/click to rows", "x speed", 10))
+        rows.append(Row("start to 100,000 changed lines", f"{peer} from its start", shown,
+                        f"{ours}/{programs.DIFF_SEEN}", "x speed"))
+    rows.append(Row("memory with 100,000 lines open", "itself, whole process at most",
+                    f"{ours}/peak megabytes", "", "MB", 150, more_is_better=False))
+    for peer in ("meld", "kdiff3"):
+        rows.append(Row("memory with 100,000 lines open", peer, f"large/{peer}/peak megabytes",
+                        f"{ours}/peak megabytes", "x less"))
+    return rows
+
+
+def frame_rows() -> list[Row]:
+    """Frames of the diff screen; processor time of the interface thread."""
+    rows = []
+    for figure, workload, median_goal in (
+        ("scroll", "a page of 100,000 lines", 8),
+        ("scroll small hunks", "a page of 50,000 small hunks", 8),
+        ("burst of an explanation", "10,000 chunks while scrolling", None),
+        ("burst of an answer", "10,000 chunks of an answer, too", None),
+    ):
+        for of, words, goal in (("median", "itself, the frame in the middle", median_goal),
+                                ("slowest", "itself, the slowest frame", 16),
+                                ("slowestBusy", "itself, as time that passed", None)):
+            rows.append(Row(workload, words, f"{figure}/{of}", "", "ms", goal,
+                            more_is_better=False))
+    rows.append(Row("a streamed delta, 100,000 rows", "the same, 10 rows", "delta/100000 rows",
+                    "delta/10 rows", "x time", 1.1, more_is_better=False))
     return rows
 
 
@@ -132,31 +198,47 @@ def peer_figures(command: list[str]) -> Round:
     return {f"{row['workload']}/{row['peer']}": row["seconds"] for row in rows}
 
 
-def measure(programs: pathlib.Path, inputs: pathlib.Path) -> Round:
+def frame_figures(program: pathlib.Path) -> Round:
+    """The figures of a program that prints one JSON object for each."""
+    run = subprocess.run([program], check=True, stdout=subprocess.PIPE)
+    rows = [json.loads(line) for line in run.stdout.splitlines()]
+    return {row["figure"]: row["value"] for row in rows}
+
+
+def measure(benchmarks: pathlib.Path, inputs: pathlib.Path) -> Round:
     diffs = [str(inputs / f"{shape}.diff") for shape in DIFFS]
     figures = {}
     for name in ("models", "ai", "panes", "listing"):
-        figures |= own_figures(programs / f"vantrel_{name}_benchmark")
+        figures |= own_figures(benchmarks / f"vantrel_{name}_benchmark")
         if name == "models":
             figures |= peer_figures(["node", str(PEERS / "parse_diff.mjs"), *diffs])
             figures |= peer_figures(["/usr/bin/python3", str(PEERS / "parse_diff.py"), *diffs])
         if name == "ai":
             stream = str(inputs / "eventStream.sse")
             figures |= peer_figures(["node", str(PEERS / "decode_stream.mjs"), stream])
-    return figures
+    return figures | frame_figures(benchmarks / "vantrel_screen_benchmark")
 
 
 def main() -> None:
-    programs, results = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
+    build, results = pathlib.Path(sys.argv[1]).resolve(), pathlib.Path(sys.argv[2]).resolve()
     count = int(sys.argv[3])
+    benchmarks, vantrel = build / "benchmarks", build / "src" / "vantrel"
     inputs = results / "inputs"
     inputs.mkdir(parents=True, exist_ok=True)
-    subprocess.run([programs / "write_benchmark_inputs", inputs], check=True)
+    subprocess.run([benchmarks / "write_benchmark_inputs", inputs], check=True)
+    small = programs.make_change(inputs / "small", programs.SMALL_CHANGE)
+    large = programs.make_change(inputs / "large", programs.LARGE_CHANGE)
 
     rounds: list[Round] = []
-    for number in range(1, count + 1):
-        print(f"round {number} of {count}", file=sys.stderr, flush=True)
-        rounds.append(measure(programs, inputs))
+    with programs.virtual_screen(results / "screen") as screen:
+        watcher = programs.Watcher(benchmarks / "watch_program", screen, results / "home",
+                                   small.repository)
+        for number in range(1, count + 1):
+            print(f"round {number} of {count}", file=sys.stderr, flush=True)
+            rounds.append(
+                measure(benchmarks, inputs)
+                | programs.start_figures(watcher, vantrel, small)
+                | programs.large_figures(watcher, vantrel, large, has_peers=number == 1))
 
     rows = []
     line = "{:<36} {:<32} {:>8} {:>8} {:>8}  {:<11} {}"
@@ -166,9 +248,10 @@ def main() -> None:
         median = statistics.median(values)
         figures = [f"{value:.2f}" for value in (median, min(values), max(values))]
         verdict = row.verdict(median)
-        print(line.format(row.workload, row.compared_with, *figures, row.unit, verdict).rstrip())
+        compared_with = row.compared_with + row.remark(rounds)
+        print(line.format(row.workload, compared_with, *figures, row.unit, verdict).rstrip())
         rows.append(dataclasses.asdict(row) | {
-            "median": median, "lowest": min(values), "highest": max(values), "verdict": verdict,
+            "compared_with": compared_with, "median": median, "lowest": min(values), "highest": max(values), "verdict": verdict,
         })
     report = {"rounds": count, "rows": rows, "samples": rounds}
     (results / "results.json").write_text(json.dumps(report, indent=1) + "\n")

@@ -16,6 +16,10 @@
 #include <cstdio>
 #include <optional>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 Q_IMPORT_QML_PLUGIN(VantrelPlugin)
 
 using namespace Qt::Literals::StringLiterals;
@@ -95,6 +99,17 @@ vantrel::OrbiskApp::Places places()
     return places;
 }
 
+/// Lets the C library give large blocks back to the system as soon as they are freed. By default it
+/// keeps blocks of the size of those that were freed before, and the texts of a large diff, of
+/// which several live for a moment only, would count for ever.
+void returnLargeBlocks()
+{
+#ifdef __GLIBC__
+    constexpr int largeBlock = 512 * 1024;
+    ::mallopt(M_MMAP_THRESHOLD, largeBlock);
+#endif
+}
+
 QStringList argumentList(int argc, char **argv)
 {
     QStringList arguments;
@@ -139,5 +154,6 @@ int main(int argc, char **argv)
         return *request.exitStatus;
     }
     vantrel::pinGitEnvironment();
+    returnLargeBlocks();
     return runApplication(argc, argv, request.folder);
 }

@@ -36,18 +36,41 @@ QString validText(const QString &text)
     return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
 }
 
+/// Appends a text as JSON piece by piece: a document would hold the whole text twice more, and the
+/// diff of a large file is many megabytes.
+void appendText(QByteArray &json, const QString &text)
+{
+    constexpr qsizetype pieceLength = 65'536;
+    json += '"';
+    for (qsizetype begin = 0; begin < text.size();) {
+        qsizetype end = std::min(begin + pieceLength, text.size());
+        if (end < text.size() && text.at(end).isLowSurrogate()) {
+            ++end;
+        }
+        const QJsonArray piece{text.sliced(begin, end - begin)};
+        const QByteArray array = QJsonDocument(piece).toJson(QJsonDocument::Compact);
+        json += QByteArrayView(array).sliced(2, array.size() - 4); // Without [" and "].
+        begin = end;
+    }
+    json += '"';
+}
+
 } // namespace
 
 QByteArray encodeRequest(const ChatCompletionRequest &request)
 {
-    QJsonArray messages;
+    QByteArray body = R"({"messages":[)";
     for (const ChatMessagePayload &message : request.messages) {
-        messages.append(
-            QJsonObject{{u"role"_s, message.role}, {u"content"_s, validText(message.content)}});
+        body += body.endsWith('}') ? R"(,{"content":)" : R"({"content":)";
+        appendText(body, validText(message.content));
+        body += R"(,"role":)";
+        appendText(body, message.role);
+        body += '}';
     }
-    const QJsonObject body{
-        {u"model"_s, request.model}, {u"messages"_s, messages}, {u"stream"_s, request.stream}};
-    return QJsonDocument(body).toJson(QJsonDocument::Compact);
+    body += R"(],"model":)";
+    appendText(body, request.model);
+    body += request.stream ? R"(,"stream":true})" : R"(,"stream":false})";
+    return body;
 }
 
 std::optional<QString> decodeResponseContent(const QByteArray &body)

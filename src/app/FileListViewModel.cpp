@@ -141,6 +141,8 @@ void FileListViewModel::showFiles(QList<FileChange> files, const Changeset &chan
     }
     StateStep step(*this);
     step.set(m_files, std::move(files), &FileListViewModel::filesChanged);
+    // With the files, since rows that move when its place appears are clicked amiss.
+    announceNarrative(step);
     step.publish();
 }
 
@@ -241,13 +243,18 @@ void FileListViewModel::startFullPicture(StateStep<FileListViewModel> &step)
     if (m_fullPictureTask.isActive()) {
         return;
     }
-    const auto finished = m_aiResultCache->finishedChangesetSummary(m_changeset.key);
-    const bool isMissing = !finished && !m_changeset.entries.isEmpty();
-    if (isMissing) {
+    if (announceNarrative(step)) {
         m_fullPictureTask = Job(runFullPicture(m_changeset));
     }
+}
+
+bool FileListViewModel::announceNarrative(StateStep<FileListViewModel> &step)
+{
+    const auto finished = m_aiResultCache->finishedChangesetSummary(m_changeset.key);
+    const bool isMissing = !finished && !m_changeset.entries.isEmpty();
     step.set(m_narrative, finished.value_or(QString()), &FileListViewModel::narrativeChanged);
     step.set(m_isNarrativeLoading, isMissing, &FileListViewModel::isNarrativeLoadingChanged);
+    return isMissing;
 }
 
 Task<> FileListViewModel::runFullPicture(Changeset changeset)

@@ -100,6 +100,9 @@ private:
     void setSummaryState(const QString &path, LoadableState<QString> state);
 
     void startFullPicture(StateStep<FileListViewModel> &step);
+
+    /// Shows the narrative of the listing or that there will be one; true when it is missing.
+    bool announceNarrative(StateStep<FileListViewModel> &step);
     Task<> runFullPicture(Changeset changeset);
 
     void startFirstHunkPrefetch();

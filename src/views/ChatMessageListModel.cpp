@@ -32,6 +32,7 @@ void ChatMessageListModel::setChat(ChatThreadViewModel *chat)
         m_chat->disconnect(this);
     }
     m_chat = chat;
+    m_grown.drop();
     m_count = chat == nullptr ? 0 : int(chat->messages().size());
     if (chat != nullptr) {
         connect(chat, &ChatThreadViewModel::messageAppended, this, &ChatMessageListModel::append);
@@ -87,11 +88,22 @@ void ChatMessageListModel::append(int row)
 
 void ChatMessageListModel::change(int row)
 {
+    if (m_chat->messages().at(row).isStreaming) {
+        m_grown.changed();
+        return;
+    }
+    m_grown.drop();
+    announce(row);
+}
+
+void ChatMessageListModel::announce(int row)
+{
     Q_EMIT dataChanged(index(row), index(row), {TextRole, IsStreamingRole, AccessibleNameRole});
 }
 
 void ChatMessageListModel::remove(int row)
 {
+    m_grown.drop();
     beginRemoveRows({}, row, row);
     --m_count;
     endRemoveRows();

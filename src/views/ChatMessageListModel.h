@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ChatThreadViewModel.h"
+#include "views/FramePacer.h"
 
 #include <QAbstractListModel>
 #include <QPointer>
@@ -9,7 +10,7 @@
 namespace vantrel {
 
 /// The messages of a conversation, a row each. Signals exactly the message that comes, grows or
-/// goes. Thread: interface.
+/// goes; the growing of one at most once a frame. Thread: interface.
 class ChatMessageListModel : public QAbstractListModel
 {
     Q_OBJECT
@@ -43,9 +44,11 @@ private:
     void append(int row);
     void change(int row);
     void remove(int row);
+    void announce(int row);
 
     QPointer<ChatThreadViewModel> m_chat{};
     int m_count = 0; ///< The rows that were announced, which the conversation may be ahead of.
+    FramePacer m_grown{[this] { announce(m_count - 1); }}; ///< Only the last message grows.
 };
 
 } // namespace vantrel

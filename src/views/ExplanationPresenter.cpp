@@ -20,7 +20,7 @@ void ExplanationPresenter::setDiff(DiffViewModel *diff)
                 &ExplanationPresenter::changed);
         connect(diff, &DiffViewModel::explanationChanged, this, [this](int hunkIndex) {
             if (hunkIndex == m_diff->selectedHunkIndex()) {
-                Q_EMIT changed();
+                m_streamed.changed();
             }
         });
     }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DiffViewModel.h"
+#include "views/FramePacer.h"
 
 #include <QObject>
 #include <QPointer>
@@ -10,7 +11,8 @@
 
 namespace vantrel {
 
-/// The explanation of the selected hunk as the sidebar shows it. Thread: interface.
+/// The explanation of the selected hunk as the sidebar shows it. What streams in is announced at
+/// most once a frame. Thread: interface.
 class ExplanationPresenter : public QObject
 {
     Q_OBJECT
@@ -54,6 +56,7 @@ private:
     [[nodiscard]] const Hunk *hunk() const;
 
     QPointer<DiffViewModel> m_diff{};
+    FramePacer m_streamed{[this] { Q_EMIT changed(); }};
 };
 
 } // namespace vantrel

@@ -85,10 +85,12 @@ Item {
         }
     }
 
-    ActivityDots {
+    // Made for the one or two cards that need it: cards come and go while the panes are scrolled.
+    Loader {
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceM
         y: Theme.hairlineWidth + (Theme.cardHeadSize - height) / 2
-        visible: root.isExplaining
+        active: root.isExplaining
+        source: "ActivityDots.qml"
     }
 }

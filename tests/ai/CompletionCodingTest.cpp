@@ -36,6 +36,19 @@ TEST(EncodeRequest, HoldsExactlyModelMessagesAndStream)
     EXPECT_EQ(QJsonDocument::fromJson(body), QJsonDocument(expected));
 }
 
+TEST(EncodeRequest, ALongTextIsWhole)
+{
+    QString text;
+    while (text.size() < 300'000) {
+        text +=
+            u"a\"\n\u0001ä😀"_s; // Seven characters, so that no power of two falls between them.
+    }
+
+    const QJsonObject body = QJsonDocument::fromJson(encodeRequest(requestWith(text))).object();
+
+    EXPECT_EQ(body["messages"_L1][1]["content"_L1].toString(), text);
+}
+
 TEST(EncodeRequest, StreamIsFalseForASingleRequest)
 {
     ChatCompletionRequest request = requestWith(u"a"_s);

@@ -52,6 +52,16 @@ TEST_F(FullPictureTest, IsAskedForAfterTheLoadAndShown)
     EXPECT_EQ(count(u"isNarrativeLoadingChanged"_s), 2);
 }
 
+TEST_F(FullPictureTest, HasItsPlaceAsSoonAsTheFilesAreThere)
+{
+    services.git.answerChangedFiles(files);
+    viewModel->load();
+    runUntil([this] { return !viewModel->files().isEmpty(); });
+
+    EXPECT_TRUE(viewModel->isLoading());
+    EXPECT_TRUE(viewModel->isNarrativeLoading());
+}
+
 TEST_F(FullPictureTest, TellsTheModelAboutEachFileThatHasHunks)
 {
     open({files.at(0), changedFile(u"logo.png"_s, 0), files.at(1)});

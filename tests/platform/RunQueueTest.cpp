@@ -1,6 +1,7 @@
 #include "platform/jobs/RunQueue.h"
 
 #include "platform/jobs/Job.h"
+#include "platform/jobs/Stream.h"
 #include "support/Signal.h"
 #include "support/Spin.h"
 
@@ -83,6 +84,37 @@ TEST(RunQueue, LetsEventsRunBetweenTheSlicesOfAnEndlessBurst)
 
     EXPECT_EQ(counter.count(), 5);
     EXPECT_GT(turns, 5);
+}
+
+Stream<long, std::string> endlessNumbers()
+{
+    for (long number = 1;; ++number) {
+        co_yield number;
+    }
+}
+
+/// Reads a stream that never waits, until `counter` is done.
+Task<> readUntilDone(const EventCounter *counter, long *last)
+{
+    auto numbers = endlessNumbers();
+    while (!counter->isDone()) {
+        const auto number = co_await numbers.next();
+        *last = number->value_or(0);
+    }
+}
+
+TEST(RunQueue, LetsEventsRunWhileAStreamAlwaysHasAValue)
+{
+    EventCounter counter(5);
+    long last = 0;
+    const Job reading(readUntilDone(&counter, &last));
+
+    while (reading.isActive()) {
+        QCoreApplication::processEvents();
+    }
+
+    EXPECT_EQ(counter.count(), 5);
+    EXPECT_GT(last, 5);
 }
 
 void postUntilDone(const EventCounter *counter, long *calls)

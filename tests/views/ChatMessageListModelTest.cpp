@@ -2,6 +2,7 @@
 
 #include "OpenedFile.h"
 #include "Samples.h"
+#include "support/Spin.h"
 
 #include <gtest/gtest.h>
 
@@ -88,6 +89,21 @@ TEST_F(ChatMessageListModelTest, ADeltaChangesItsRowAlone)
     push(u"Because"_s);
 
     EXPECT_EQ(signalled, QStringList{u"changed 1-1"_s});
+    EXPECT_EQ(value(1, ChatMessageListModel::TextRole), u"Because"_s);
+}
+
+TEST_F(ChatMessageListModelTest, AnAnswerThatGrowsFastIsAnnouncedOnceAFrame)
+{
+    ask(u"Why?"_s);
+    signalled.clear();
+
+    push(u"Be"_s);
+    push(u"cau"_s);
+    push(u"se"_s);
+    EXPECT_EQ(signalled, QStringList{u"changed 1-1"_s});
+    spinUntil([this] { return signalled.size() > 1; });
+
+    EXPECT_EQ(signalled, (QStringList{u"changed 1-1"_s, u"changed 1-1"_s}));
     EXPECT_EQ(value(1, ChatMessageListModel::TextRole), u"Because"_s);
 }
 

@@ -21,6 +21,11 @@ constexpr auto sliceLength = 4ms;
 
 } // namespace
 
+bool isSliceOver()
+{
+    return RunQueue::interfaceThread().isSliceOver();
+}
+
 RunQueue &RunQueue::interfaceThread()
 {
     static auto *const queue = new RunQueue;
@@ -68,19 +73,27 @@ void RunQueue::runUntil(const std::function<bool()> &isDone)
     }
 }
 
+bool RunQueue::isSliceOver() const
+{
+    return m_sliceEnd != TimePoint::max() && std::chrono::steady_clock::now() > m_sliceEnd;
+}
+
 bool RunQueue::event(QEvent *event)
 {
     if (event->type() != QEvent::User) {
         return QObject::event(event);
     }
     m_isScheduled = false;
-    const auto end = std::chrono::steady_clock::now() + sliceLength;
+    // A job may open an event loop, in which slices begin and end within this one.
+    const TimePoint outerEnd =
+        std::exchange(m_sliceEnd, std::chrono::steady_clock::now() + sliceLength);
     while (runOne()) {
-        if (std::chrono::steady_clock::now() > end) {
+        if (isSliceOver()) {
             schedule();
             break;
         }
     }
+    m_sliceEnd = outerEnd;
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -37,9 +38,14 @@ public:
     /// ever posts again it waits until the test's own time limit.
     void runUntil(const std::function<bool()> &isDone);
 
+    /// Always false outside the event loop.
+    [[nodiscard]] bool isSliceOver() const;
+
     bool event(QEvent *event) override;
 
 private:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
     RunQueue() = default;
 
     void schedule();
@@ -49,6 +55,7 @@ private:
     std::atomic<bool> m_isScheduled = false;   ///< An event is on its way that runs what is ready.
     std::deque<std::function<void()>> m_calls; ///< What has come from threads and runs next.
     bool m_isTurnOfReady = false;              ///< After those, before what came meanwhile.
+    TimePoint m_sliceEnd = TimePoint::max();
 
     std::mutex m_mutex;
     std::condition_variable m_arrived;

@@ -78,7 +78,7 @@ public:
             }
             auto &promise = m_frame.promise();
             if (promise.item || m_frame.isDone()) {
-                return false;
+                return letsOthersRun();
             }
             if (!promise.isBusy) {
                 promise.job = job;
@@ -87,7 +87,7 @@ public:
             }
             if (promise.item || m_frame.isDone()) {
                 promise.isBusy = false;
-                return isCancelRequested(job);
+                return isCancelRequested(job) || letsOthersRun();
             }
             promise.parent = &m_waiter;
             return true;
@@ -112,6 +112,17 @@ public:
         }
 
     private:
+        /// A source that always has something ready does not keep Qt from painting: once the slice
+        /// is over its reader goes on in the next one.
+        bool letsOthersRun()
+        {
+            const bool isOver = isSliceOver();
+            if (isOver) {
+                m_waiter.wake();
+            }
+            return isOver;
+        }
+
         Frame<promise_type> &m_frame;
         Waiter m_waiter;
     };

@@ -13,6 +13,10 @@ class JobState;
 /// True when `job` was cancelled while one of its frames is running.
 [[nodiscard]] bool isCancelRequested(const JobState *job);
 
+/// True when the run queue has worked long enough and Qt is to paint and read input. Asked by what
+/// would otherwise go on for as long as something is ready.
+[[nodiscard]] bool isSliceOver();
+
 /// Told when a child task or a step of a stream has ended.
 class Completion
 {
