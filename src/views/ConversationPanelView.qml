@@ -14,6 +14,13 @@ FocusScope {
 
     signal escaped
 
+    /// Puts the keyboard in the field, unless it takes no question now.
+    function focusField(): void {
+        if (root.visible && composer.visible && !conversation.isChatInputDisabled) {
+            composer.forceActiveFocus(Qt.OtherFocusReason);
+        }
+    }
+
     ConversationPresenter {
         id: conversation
 
