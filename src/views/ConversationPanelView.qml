@@ -15,6 +15,13 @@ FocusScope {
     signal escaped
     signal settingsRequested
 
+    /// Puts the keyboard in the field, unless it takes no question now.
+    function focusField(): void {
+        if (root.visible && composer.visible && !conversation.isChatInputDisabled) {
+            composer.forceActiveFocus(Qt.OtherFocusReason);
+        }
+    }
+
     ConversationPresenter {
         id: conversation
 

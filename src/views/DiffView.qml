@@ -38,6 +38,8 @@ FocusScope {
         height: root.height - y - (root.isNarrow ? root.bottomHeight : 0)
         focus: true
         viewModel: root.viewModel
+        Keys.onReturnPressed: conversation.focusField()
+        Keys.onEnterPressed: conversation.focusField()
     }
 
     Rectangle {

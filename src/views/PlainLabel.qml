@@ -19,4 +19,5 @@ Text {
     elide: Text.ElideRight
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.ignored: text === ""
 }

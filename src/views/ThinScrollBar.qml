@@ -11,6 +11,7 @@ T.ScrollBar {
     implicitWidth: root.orientation === Qt.Vertical ? 10 : 100
     implicitHeight: root.orientation === Qt.Vertical ? 100 : 10
     padding: 2
+    Accessible.ignored: true
     visible: root.size < 1.0
     minimumSize: 0.05
 

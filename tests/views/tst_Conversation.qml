@@ -103,6 +103,24 @@ Item {
             compare(driver.answerCount(), 0);
         }
 
+        function test_returnLeadsFromThePanesToTheField(): void {
+            screen.openExplained();
+            verify(!screen.field().activeFocus);
+
+            keyClick(Qt.Key_Return);
+
+            verify(screen.field().activeFocus);
+        }
+
+        function test_returnStaysInThePanesWhileTheFieldIsClosed(): void {
+            screen.openDiff([2]);
+
+            keyClick(Qt.Key_Return);
+            keyClick(Qt.Key_Down);
+
+            compare(driver.root.diff.selectedHunkIndex, 1);
+        }
+
         function test_aSuggestedQuestionIsSent(): void {
             screen.openExplained();
             screen.ask("why");

@@ -1,0 +1,156 @@
+#include "DesktopFixture.h"
+
+#include "Keyboard.h"
+#include "platform/UserDefaults.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+
+namespace vantrel::test {
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+/// Far more than anything here takes, even on a machine with other things to do.
+constexpr auto limit = 60s;
+
+/// The bus tells of some changes and not of others, so the screen is read again and again.
+constexpr auto pulse = 20ms;
+
+const ShownItem *find(const QList<ShownItem> &items, const Sought &sought)
+{
+    const auto found = std::find_if(items.cbegin(), items.cend(), sought.isIt);
+    return found == items.cend() ? nullptr : &*found;
+}
+
+QString wordsFor(const QString &role, const QString &name)
+{
+    return role + u" \""_s + name + u'"';
+}
+
+} // namespace
+
+Sought named(const QString &role, const QString &name)
+{
+    return {wordsFor(role, name),
+            [=](const ShownItem &item) { return item.role == role && item.name == name; }};
+}
+
+Sought beginning(const QString &role, const QString &beginning)
+{
+    return {wordsFor(role, beginning + u'…'), [=](const ShownItem &item) {
+                return item.role == role && item.name.startsWith(beginning);
+            }};
+}
+
+Sought ending(const QString &role, const QString &ending)
+{
+    return {wordsFor(role, u'…' + ending),
+            [=](const ShownItem &item) { return item.role == role && item.name.endsWith(ending); }};
+}
+
+Sought focused(const Sought &sought)
+{
+    return {u"the keyboard at "_s + sought.words,
+            [=](const ShownItem &item) { return sought.isIt(item) && item.isFocused(); }};
+}
+
+Sought selected(const Sought &sought)
+{
+    return {sought.words + u" as the selected one"_s,
+            [=](const ShownItem &item) { return sought.isIt(item) && item.isSelected(); }};
+}
+
+void DesktopFixture::SetUp()
+{
+    const QString repository = makeDemoRepository(m_folder.path());
+    writePreferences();
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.path());
+    environment.insert(u"VANTREL_KEYCHAIN_SERVICE"_s, u"com.orbisk.apikeys.tests"_s);
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
+    m_application.emplace(QString::fromUtf8(VANTREL), QStringList{repository}, environment);
+    await({named(u"frame"_s, u"Reviewer"_s)});
+    activateWindow(u"Reviewer"_s);
+    await({{u"the active window"_s,
+            [](const ShownItem &item) { return item.role == u"frame"_s && item.isActive(); }}});
+}
+
+void DesktopFixture::TearDown()
+{
+    if (!m_application || HasFailure()) {
+        return;
+    }
+    pressKey(u"ctrl+q"_s);
+    const ProcessRun ended = m_application->waitForEnd(int(limit.count()));
+    EXPECT_EQ(ended.exitCode, 0);
+    EXPECT_EQ(ended.errors.toStdString(), "");
+}
+
+QList<ShownItem> DesktopFixture::await(const QList<Sought> &sought)
+{
+    QStringList words;
+    for (const Sought &one : sought) {
+        words.append(one.words);
+    }
+    return awaitScreen(words.join(u", "_s), [&](const QList<ShownItem> &items) {
+        return std::all_of(sought.cbegin(), sought.cend(),
+                           [&](const Sought &one) { return find(items, one) != nullptr; });
+    });
+}
+
+void DesktopFixture::awaitText(const QString &fieldName, const QString &text)
+{
+    await(
+        {{wordsFor(u"text"_s, fieldName) + u" with \""_s + text + u'"', [&](const ShownItem &item) {
+              return item.role == u"text"_s && item.name == fieldName &&
+                     m_reader.textIn(item) == text;
+          }}});
+}
+
+QList<ShownItem> DesktopFixture::awaitScreen(const QString &what, const Reached &isReached)
+{
+    const QDeadlineTimer deadline(limit);
+    QTimer alarm;
+    alarm.start(pulse);
+    QList<ShownItem> shown;
+    while (!deadline.hasExpired()) {
+        if (const auto items = m_reader.read()) {
+            shown = *items;
+            if (isReached(shown)) {
+                return shown;
+            }
+        }
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    throw std::runtime_error(
+        (u"waited in vain for "_s + what + u"; shown:\n"_s + listing(shown)).toStdString());
+}
+
+void DesktopFixture::act(const Sought &sought, const QString &action)
+{
+    // The item may go between being found and being asked.
+    awaitScreen(action + u' ' + sought.words, [&](const QList<ShownItem> &items) {
+        const ShownItem *const item = find(items, sought);
+        return item != nullptr && m_reader.act(*item, action);
+    });
+}
+
+void DesktopFixture::writePreferences()
+{
+    UserDefaults defaults(m_folder.filePath(u"com.orbisk.app"_s));
+    ASSERT_TRUE(defaults.setText(u"aiProvider"_s, u"custom"_s));
+    ASSERT_TRUE(defaults.setText(u"aiBaseURL"_s, m_provider.baseURL()));
+    ASSERT_TRUE(defaults.setText(u"aiModel"_s, u"sample"_s));
+    ASSERT_TRUE(defaults.setBoolean(u"keychainAccessNotice.hasAcknowledged"_s, true));
+}
+
+} // namespace vantrel::test

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "ScreenReader.h"
+#include "integration/SampleProcesses.h"
+
+#include <gtest/gtest.h>
+
+#include <QTemporaryDir>
+
+#include <functional>
+#include <optional>
+
+namespace vantrel::test {
+
+/// What a step looks for on the screen.
+struct Sought
+{
+    QString words{}; ///< For the message of a failure.
+    std::function<bool(const ShownItem &)> isIt{};
+};
+
+/// The item of this role and name.
+[[nodiscard]] Sought named(const QString &role, const QString &name);
+
+/// The item of this role whose name begins, or ends, like this.
+[[nodiscard]] Sought beginning(const QString &role, const QString &beginning);
+[[nodiscard]] Sought ending(const QString &role, const QString &ending);
+
+/// The same when it has the keyboard, or is selected.
+[[nodiscard]] Sought focused(const Sought &sought);
+[[nodiscard]] Sought selected(const Sought &sought);
+
+/// The built application on a display, a sample repository and the sample provider, met only
+/// through the accessibility bus and the keyboard. A wait ends with what it waited for, or throws
+/// with the list of what is shown instead, which ends the test.
+class DesktopFixture : public testing::Test
+{
+protected:
+    /// Starts the application on the sample repository, set up for the sample provider.
+    void SetUp() override;
+
+    /// Quits it by the keyboard; it must end well and without a word.
+    void TearDown() override;
+
+    /// Waits until all of these are shown. Gives everything that then is, in reading order.
+    QList<ShownItem> await(const QList<Sought> &sought);
+
+    /// Waits for the item, then does what a screen reader's "press" does, or gives it the keyboard.
+    void press(const Sought &sought) { act(sought, QStringLiteral("Press")); }
+    void focus(const Sought &sought) { act(sought, QStringLiteral("SetFocus")); }
+
+    /// Waits until the field of this name holds this text.
+    void awaitText(const QString &fieldName, const QString &text);
+
+    [[nodiscard]] QString repositoryName() const { return QStringLiteral("ledger-api"); }
+
+private:
+    using Reached = std::function<bool(const QList<ShownItem> &)>;
+
+    QList<ShownItem> awaitScreen(const QString &what, const Reached &isReached);
+    void act(const Sought &sought, const QString &action);
+    void writePreferences();
+
+    QTemporaryDir m_folder{};
+    SampleProvider m_provider{};
+    std::optional<ChildProcess> m_application{};
+    ScreenReader m_reader{};
+};
+
+} // namespace vantrel::test
