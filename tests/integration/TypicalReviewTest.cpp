@@ -11,7 +11,9 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QGuiApplication>
 #include <QMap>
+#include <QQuickWindow>
 
 namespace vantrel::test {
 namespace {
