@@ -9,9 +9,9 @@
 #include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
 
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QGuiApplication>
 #include <QMap>
 #include <QQuickWindow>
 
