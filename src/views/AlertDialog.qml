@@ -32,8 +32,6 @@ FocusScope {
     Keys.onEscapePressed: root.escaped()
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()
-    Keys.onTabPressed: root.goOn(Qt.TabFocusReason)
-    Keys.onBacktabPressed: root.goOn(Qt.BacktabFocusReason)
 
     function press(): void {
         if (cancelButton.activeFocus) {
@@ -134,6 +132,8 @@ FocusScope {
 
                     visible: text !== ""
                     text: root.cancelLabel
+                    Keys.onTabPressed: root.goOn(Qt.TabFocusReason)
+                    Keys.onBacktabPressed: root.goOn(Qt.BacktabFocusReason)
                     onClicked: root.cancelled()
                 }
                 PrimaryButton {
@@ -144,6 +144,8 @@ FocusScope {
                     hoverColor: root.isDestructive ? Theme.dangerHover : Theme.accentFillHover
                     pressedColor: root.isDestructive ? Theme.dangerHover : Theme.accentFillPressed
                     labelColor: root.isDestructive ? Theme.inkOnDanger : Theme.inkOnAccent
+                    Keys.onTabPressed: root.goOn(Qt.TabFocusReason)
+                    Keys.onBacktabPressed: root.goOn(Qt.BacktabFocusReason)
                     onClicked: root.accepted()
                 }
             }

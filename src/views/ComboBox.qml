@@ -24,14 +24,10 @@ T.ComboBox {
     Accessible.name: root.label
     Accessible.description: root.displayText
     Accessible.onPressAction: root.popup.open()
-    Keys.onReturnPressed: event => root.openOrPass(event)
-    Keys.onEnterPressed: event => root.openOrPass(event)
-
-    /// Return opens the rows; while they are open it takes the one it is on, as Qt does it.
-    function openOrPass(event: KeyEvent): void {
-        if (root.popup.visible) {
-            event.accepted = false;
-        } else {
+    // Return opens the rows too. Its release it is that takes a row while they are open.
+    Keys.onReleased: event => {
+        event.accepted = !root.popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
+        if (event.accepted) {
             root.popup.open();
         }
     }

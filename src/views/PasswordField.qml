@@ -4,9 +4,9 @@ import QtQuick
 import QtQuick.Templates as T
 import Vantrel
 
-/// A secret that somebody else holds, with an eye that shows it to the person alone: to screen readers
-/// the field itself is hidden, lest every program that reads the screen could read the secret, and this
-/// item stands for it.
+/// A secret that somebody else holds, with an eye that shows it to the person alone. To screen readers
+/// the field itself is hidden, since every program that reads the screen could read the secret; an item
+/// around it stands for it. Qt gives such an item no name, so the group around both has it.
 FocusScope {
     id: root
 
@@ -20,12 +20,9 @@ FocusScope {
     signal accepted
 
     implicitHeight: Theme.controlSize
-    Accessible.role: Accessible.EditableText
+    Accessible.role: Accessible.Grouping
     Accessible.name: root.label
     Accessible.description: root.placeholderText
-    Accessible.passwordEdit: true
-    Accessible.focusable: true
-    Accessible.focused: input.activeFocus
     onValueChanged: {
         if (input.text !== value) {
             input.text = value;
@@ -36,40 +33,50 @@ FocusScope {
     }
     Component.onCompleted: input.text = value
 
-    T.TextField {
-        id: input
-
+    FocusScope {
         anchors.fill: parent
         focus: true
-        activeFocusOnTab: true
-        leftPadding: 10 + Theme.hairlineWidth
-        rightPadding: eye.width + 2 * Theme.spaceXs
-        verticalAlignment: TextInput.AlignVCenter
-        echoMode: root.isShown ? TextInput.Normal : TextInput.Password
-        passwordMaskDelay: 0
-        inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
-        font: Theme.bodyFont
-        color: root.enabled ? Theme.ink : Theme.inkDisabled
-        selectionColor: Theme.selection
-        selectedTextColor: Theme.ink
-        selectByMouse: true
-        Accessible.ignored: true
-        onTextEdited: root.edited(text)
-        onAccepted: root.accepted()
+        Accessible.role: Accessible.EditableText
+        Accessible.description: root.label
+        Accessible.passwordEdit: true
+        Accessible.focusable: true
+        Accessible.focused: input.activeFocus
 
-        background: FieldFrame {
-            isFocused: input.activeFocus
-            isRefused: root.isRefused
-        }
+        T.TextField {
+            id: input
 
-        PlainLabel {
-            x: input.leftPadding
-            width: input.width - input.leftPadding - input.rightPadding
-            height: input.height
-            visible: input.text === "" && input.preeditText === ""
-            text: root.placeholderText
-            color: root.enabled ? Theme.inkTertiary : Theme.inkDisabled
+            anchors.fill: parent
+            focus: true
+            activeFocusOnTab: true
+            leftPadding: 10 + Theme.hairlineWidth
+            rightPadding: eye.width + 2 * Theme.spaceXs
+            verticalAlignment: TextInput.AlignVCenter
+            echoMode: root.isShown ? TextInput.Normal : TextInput.Password
+            passwordMaskDelay: 0
+            inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
+            font: Theme.bodyFont
+            color: root.enabled ? Theme.ink : Theme.inkDisabled
+            selectionColor: Theme.selection
+            selectedTextColor: Theme.ink
+            selectByMouse: true
             Accessible.ignored: true
+            onTextEdited: root.edited(text)
+            onAccepted: root.accepted()
+
+            background: FieldFrame {
+                isFocused: input.activeFocus
+                isRefused: root.isRefused
+            }
+
+            PlainLabel {
+                x: input.leftPadding
+                width: input.width - input.leftPadding - input.rightPadding
+                height: input.height
+                visible: input.text === "" && input.preeditText === ""
+                text: root.placeholderText
+                color: root.enabled ? Theme.inkTertiary : Theme.inkDisabled
+                Accessible.ignored: true
+            }
         }
     }
 

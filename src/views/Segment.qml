@@ -12,7 +12,7 @@ T.AbstractButton {
     required property string modelData
     required property bool isChosen
 
-    implicitWidth: Math.ceil(widest.advanceWidth) + leftPadding + rightPadding
+    implicitWidth: Math.ceil(widest.implicitWidth) + leftPadding + rightPadding
     leftPadding: 14 + Theme.hairlineWidth
     rightPadding: leftPadding
     text: root.modelData
@@ -26,11 +26,13 @@ T.AbstractButton {
     Accessible.onToggleAction: root.clicked()
 
     // The chosen one is bold; as wide as that from the start, nothing moves.
-    TextMetrics {
+    PlainLabel {
         id: widest
 
-        font: Theme.bodyBoldFont
+        visible: false
         text: root.text
+        font: Theme.bodyBoldFont
+        Accessible.ignored: true
     }
 
     background: Rectangle {

@@ -24,7 +24,11 @@ FocusScope {
     /// In a window lower than the form, the control that the keyboard comes to moves into sight.
     function showFocusedItem(): void {
         const item = root.focusedItem;
-        if (item === null || !column.contains(item.mapToItem(column, 0, 0))) {
+        let ancestor = item;
+        while (ancestor !== null && ancestor !== column) {
+            ancestor = ancestor.parent;
+        }
+        if (ancestor === null) {
             return;
         }
         const top = item.mapToItem(scroll.contentItem, 0, 0).y - Theme.spaceXl;
@@ -253,21 +257,27 @@ FocusScope {
         title: qsTr("Your API Key Is Stored in the Keychain")
         message: qsTr("Vantrel stores your API key in the macOS Keychain, Apple's encrypted credential store. Your Mac may ask for your login password to allow this — that's normal and only needed once.")
         acceptLabel: qsTr("Continue")
-        onVisibleChanged: {
-            if (!visible) {
-                saveButton.forceActiveFocus();
-            }
+        onAccepted: {
+            root.viewModel.confirmKeychainNotice();
+            saveButton.forceActiveFocus();
         }
-        onAccepted: root.viewModel.confirmKeychainNotice()
     }
 
     KeychainNotice {
+        id: startupNotice
+
         anchors.fill: parent
         notice: root.viewModel.keychainAccessNotice
-        onVisibleChanged: {
-            if (!visible) {
+    }
+
+    // It may also be read in the main window.
+    Connections {
+        function onIsShowingNoticeChanged(): void {
+            if (!startupNotice.visible) {
                 providers.forceActiveFocus();
             }
         }
+
+        target: root.viewModel.keychainAccessNotice
     }
 }

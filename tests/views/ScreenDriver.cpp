@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QDir>
+#include <QQuickWindow>
 
 #include <algorithm>
 
@@ -219,7 +220,7 @@ QStringList ScreenDriver::spokenTexts(QQuickItem *item) const
 {
     QAccessible::setActive(true);
     QStringList texts;
-    collectSpokenTexts(QAccessible::queryAccessibleInterface(item), texts);
+    collectSpokenTexts(QAccessible::queryAccessibleInterface(item->window()), texts);
     return texts;
 }
 

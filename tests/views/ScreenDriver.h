@@ -79,7 +79,7 @@ public:
     /// As if a key had been saved from the settings before.
     Q_INVOKABLE void recordShownKeychainNotice();
 
-    /// Every text that a screen reader is given of this item and all below it.
+    /// Every text that a screen reader is given of the item's window.
     Q_INVOKABLE QStringList spokenTexts(QQuickItem *item) const;
 
 Q_SIGNALS:
