@@ -38,7 +38,7 @@ T.Menu {
         }
     }
 
-    background: RaisedPanel {
+    background: FloatingSheet {
         radius: Theme.cardRadius
     }
 

@@ -45,7 +45,14 @@ FramedWindow {
     RootView {
         anchors.fill: parent
         viewModel: root.viewModel
+        onSettingsRequested: settings.showSettings()
         onShortcutsRequested: shortcuts.present()
+    }
+
+    SettingsWindow {
+        id: settings
+
+        viewModel: root.viewModel.settings
     }
 
     ShortcutsWindow {

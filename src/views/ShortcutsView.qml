@@ -113,19 +113,10 @@ FocusScope {
         }
     }
 
-    TitleStrip {
+    SubWindowTitle {
         id: strip
 
         width: root.width
-        isResizable: false
-        Accessible.name: root.title
-
-        PlainLabel {
-            anchors.verticalCenter: parent.verticalCenter
-            x: Theme.spaceL
-            text: root.title
-            font: Theme.bodyBoldFont
-            color: Theme.inkHeading
-        }
+        title: root.title
     }
 }

@@ -3,12 +3,11 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vantrel
 
-/// What lies above the content: a card with the shadow that only menus, sheets and alerts have.
+/// A sheet that lies over the rest: the card and its shadow, two plain rectangles below it.
 Item {
     id: root
 
-    property int radius: Theme.sheetRadius
-    property color borderColor: Theme.lineStrong
+    required property int radius
 
     Repeater {
         model: [1, 4]
@@ -16,9 +15,9 @@ Item {
         Rectangle {
             required property int modelData
 
-            x: -1
+            x: -Theme.hairlineWidth
             y: modelData
-            width: root.width + 2
+            width: root.width + 2 * Theme.hairlineWidth
             height: root.height
             radius: root.radius
             color: Theme.shadow
@@ -30,6 +29,6 @@ Item {
         radius: root.radius
         color: Theme.card
         border.width: Theme.hairlineWidth
-        border.color: root.borderColor
+        border.color: Theme.lineStrong
     }
 }

@@ -1,0 +1,41 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import Vantrel
+
+/// The window of the settings.
+FramedWindow {
+    id: root
+
+    required property SettingsViewModel viewModel
+
+    /// Shows the settings as they are stored, or as they were being edited, in front.
+    function showSettings(): void {
+        root.viewModel.reloadIfChanged();
+        root.viewModel.checkSavedKey();
+        root.present();
+    }
+
+    width: 640
+    height: 640
+    minimumWidth: 640
+    maximumWidth: 640
+    minimumHeight: 320
+    title: qsTr("Settings")
+
+    SettingsView {
+        objectName: "settings"
+        anchors.top: strip.bottom
+        anchors.bottom: parent.bottom
+        width: parent.width
+        focus: true
+        viewModel: root.viewModel
+    }
+
+    SubWindowTitle {
+        id: strip
+
+        width: parent.width
+        title: root.title
+    }
+}
