@@ -5,13 +5,17 @@
 #include "ai/OpenAICompatibleAIService.h"
 #include "models/DiffText.h"
 #include "models/DisplayedHunks.h"
+#include "platform/jobs/RunQueue.h"
 #include "views/CodePanesItem.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QQuickWindow>
+#include <QStyleHints>
 
 #include <utility>
 
@@ -130,14 +134,16 @@ Scene::~Scene()
     m_git.letGo();
 }
 
-QImage Scene::picture(const QString &state, QSize size)
+QQuickWindow *Scene::show(const QString &state, QSize size)
 {
     if (state != u"keychain-notice"_s) {
         const auto written = m_defaults.setBoolean(QString::fromLatin1(acknowledgedKey), true);
         if (!written) {
-            return {};
+            return nullptr;
         }
     }
+    // Whether a cursor that blinks is seen is a matter of the moment.
+    QGuiApplication::styleHints()->setCursorFlashTime(0);
     m_notice = std::make_unique<KeychainAccessNotice>(m_defaults);
     m_settingsViewModel = std::make_unique<SettingsViewModel>(
         SettingsViewModel::Services{m_settings, m_keychain, *m_notice, m_appearanceController,
@@ -149,7 +155,7 @@ QImage Scene::picture(const QString &state, QSize size)
     m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
     m_window = m_mainWindow->window();
     if (m_window == nullptr) {
-        return {};
+        return nullptr;
     }
     m_window->resize(size);
 
@@ -158,7 +164,15 @@ QImage Scene::picture(const QString &state, QSize size)
             known.show(*this);
         }
     }
-    return m_window->grabWindow();
+    // Whatever else was under way comes to its end, or the picture would depend on the moment.
+    RunQueue::interfaceThread().runUntilIdle();
+    return m_window;
+}
+
+QImage Scene::picture(const QString &state, QSize size)
+{
+    QQuickWindow *const window = show(state, size);
+    return window == nullptr ? QImage() : window->grabWindow();
 }
 
 const QList<Scene::State> &Scene::all()
