@@ -64,7 +64,7 @@ TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)
 TEST_F(RootViewModelTest, ShowsTheRouteThatTheCoordinatorHasAlready)
 {
     services.coordinator.setRoute(diffRoute);
-    const RootViewModel later(services.review, services.recentRepos);
+    const RootViewModel later(services.review, services.recentRepos, services.settings);
 
     ASSERT_NE(later.diff(), nullptr);
     EXPECT_EQ(later.diff()->file(), files.at(0));
