@@ -20,9 +20,9 @@ Row {
 
             property real strength: 0.25
 
-            width: 5
-            height: 5
-            radius: 2.5
+            width: Theme.dotSize
+            height: Theme.dotSize
+            radius: Theme.dotRadius
             color: Theme.accent
             opacity: Theme.reducesMotion ? Theme.stillOpacity : dot.strength
 

@@ -63,7 +63,7 @@ FocusScope {
         id: card
 
         anchors.horizontalCenter: parent.horizontalCenter
-        y: Math.max(Theme.spaceM, (parent.height - height) / 2 - 60)
+        y: Math.max(Theme.spaceM, (parent.height - height) / 2 - Theme.alertRiseSize)
         width: Math.min(Theme.alertWidthSize, parent.width - 2 * Theme.spaceM)
         height: words.implicitHeight + 2 * Theme.spaceXxl
         radius: Theme.sheetRadius
@@ -79,16 +79,16 @@ FocusScope {
             width: parent.width - 2 * x
 
             Rectangle {
-                width: 40
-                height: 40
-                radius: 20
+                width: Theme.alertIconSize
+                height: Theme.alertIconSize
+                radius: height / 2
                 visible: root.iconName !== ""
                 color: Theme.accentSoft
 
                 Icon {
                     anchors.centerIn: parent
                     name: root.iconName
-                    size: 20
+                    size: Theme.iconLargeSize
                     tint: Theme.accent
                 }
             }

@@ -14,7 +14,7 @@ T.Menu {
     signal settingsRequested
     signal shortcutsRequested
 
-    implicitWidth: 232
+    implicitWidth: Theme.menuWidthSize
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: Theme.spaceXs + Theme.hairlineWidth
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent

@@ -19,8 +19,8 @@ T.AbstractButton {
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: Theme.controlSize
-    leftPadding: 14
-    rightPadding: 14
+    leftPadding: Theme.buttonPaddingSize
+    rightPadding: Theme.buttonPaddingSize
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
 

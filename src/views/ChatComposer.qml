@@ -10,7 +10,7 @@ FocusScope {
 
     required property ConversationPresenter conversation
 
-    readonly property int maximumFieldHeight: 120
+    readonly property int maximumFieldHeight: Theme.composerMaxSize
 
     signal escaped
     signal steppedNext
@@ -44,8 +44,8 @@ FocusScope {
                 width: flick.width
                 height: implicitHeight
                 implicitHeight: contentHeight + topPadding + bottomPadding
-                leftPadding: 10
-                rightPadding: 10
+                leftPadding: Theme.fieldPaddingSize
+                rightPadding: Theme.fieldPaddingSize
                 topPadding: Theme.spaceS - Theme.selectedWidth
                 bottomPadding: topPadding
                 focus: true

@@ -15,7 +15,7 @@ T.ComboBox {
     readonly property int maximumRows: 8
 
     implicitHeight: Theme.controlSize
-    leftPadding: 10 + Theme.hairlineWidth
+    leftPadding: Theme.fieldPaddingSize + Theme.hairlineWidth
     rightPadding: leftPadding
     hoverEnabled: true
     focusPolicy: Qt.StrongFocus
@@ -44,7 +44,7 @@ T.ComboBox {
     }
 
     indicator: Icon {
-        x: root.width - width - 10 - Theme.hairlineWidth
+        x: root.width - width - Theme.fieldPaddingSize - Theme.hairlineWidth
         anchors.verticalCenter: parent.verticalCenter
         name: "chevron-down"
         tint: root.enabled ? Theme.inkHeading : Theme.inkDisabled

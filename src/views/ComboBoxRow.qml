@@ -46,7 +46,7 @@ T.ItemDelegate {
     contentItem: Item {
         Icon {
             anchors.verticalCenter: parent.verticalCenter
-            x: 10
+            x: Theme.fieldPaddingSize
             visible: root.isChosen
             name: "check"
             tint: Theme.accent
@@ -54,7 +54,7 @@ T.ItemDelegate {
 
         Column {
             anchors.verticalCenter: parent.verticalCenter
-            x: 36
+            x: Theme.choiceIndentSize
             width: parent.width - x - Theme.spaceS
 
             PlainLabel {

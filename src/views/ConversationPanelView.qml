@@ -10,7 +10,7 @@ FocusScope {
     required property DiffViewModel viewModel
 
     /// How near to the end the view must be to follow what is added there.
-    readonly property int followDistance: 40
+    readonly property int followDistance: Theme.followSize
 
     signal escaped
     signal settingsRequested
@@ -57,7 +57,7 @@ FocusScope {
         clip: true
         topMargin: Theme.spaceL
         bottomMargin: bottom.height
-        spacing: 10
+        spacing: Theme.fieldPaddingSize
         boundsBehavior: Flickable.StopAtBounds
         activeFocusOnTab: list.count > 0
         keyNavigationEnabled: false

@@ -36,7 +36,7 @@ ScreenToolbar {
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: divider.right
-        anchors.leftMargin: 14
+        anchors.leftMargin: Theme.rowGapSize
         status: words.status
     }
 
@@ -45,8 +45,8 @@ ScreenToolbar {
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: badge.right
-        anchors.leftMargin: 10
-        width: Math.min(implicitWidth, position.x - x - 120)
+        anchors.leftMargin: Theme.fieldPaddingSize
+        width: Math.min(implicitWidth, position.x - x - Theme.countsRoomSize)
         folder: words.folder
         name: words.name
         Accessible.role: Accessible.StaticText
@@ -85,7 +85,7 @@ ScreenToolbar {
         anchors.verticalCenter: parent.verticalCenter
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceM
-        width: 2 * 32 + 3 * Theme.hairlineWidth
+        width: 2 * Theme.stepButtonSize + 3 * Theme.hairlineWidth
         height: Theme.controlCompactSize
         radius: Theme.controlRadius
         color: Theme.card
@@ -102,7 +102,7 @@ ScreenToolbar {
         QuietButton {
             x: Theme.hairlineWidth
             y: Theme.hairlineWidth
-            width: 32
+            width: Theme.stepButtonSize
             height: parent.height - 2 * Theme.hairlineWidth
             radius: Theme.controlRadius - Theme.hairlineWidth
             display: T.AbstractButton.IconOnly
@@ -117,7 +117,7 @@ ScreenToolbar {
         QuietButton {
             x: parent.width - width - Theme.hairlineWidth
             y: Theme.hairlineWidth
-            width: 32
+            width: Theme.stepButtonSize
             height: parent.height - 2 * Theme.hairlineWidth
             radius: Theme.controlRadius - Theme.hairlineWidth
             display: T.AbstractButton.IconOnly

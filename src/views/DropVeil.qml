@@ -31,7 +31,7 @@ DropArea {
 
         Rectangle {
             anchors.fill: parent
-            opacity: 0.86
+            opacity: Theme.veilOpacity
             color: Theme.accentSoft
         }
 
@@ -47,7 +47,7 @@ DropArea {
         Rectangle {
             anchors.centerIn: parent
             width: row.implicitWidth + 2 * Theme.spaceSection
-            height: 62
+            height: Theme.dropCardSize
             radius: Theme.bubbleRadius
             color: Theme.card
             border.width: Theme.hairlineWidth
@@ -62,7 +62,7 @@ DropArea {
                 Icon {
                     anchors.verticalCenter: parent.verticalCenter
                     name: "folder-drop"
-                    size: 24
+                    size: Theme.iconHeroSize
                     tint: Theme.accent
                 }
                 PlainLabel {

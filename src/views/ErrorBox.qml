@@ -22,7 +22,7 @@ Rectangle {
     Accessible.name: root.message
 
     Icon {
-        x: 13
+        x: Theme.boxIconInsetSize
         y: Theme.spaceM
         name: "warning"
         tint: Theme.error
@@ -31,9 +31,9 @@ Rectangle {
     Column {
         id: column
 
-        x: 38
-        y: 10
-        width: root.width - x - 13 - root.rightInset
+        x: Theme.boxTextInsetSize
+        y: Theme.fieldPaddingSize
+        width: root.width - x - Theme.boxIconInsetSize - root.rightInset
 
         PlainLabel {
             width: column.width

@@ -191,20 +191,20 @@ FocusScope {
 
     Column {
         anchors.centerIn: list
-        anchors.verticalCenterOffset: -30
+        anchors.verticalCenterOffset: -Theme.emptyRiseSize
         visible: root.viewModel.hasLoaded && !root.viewModel.isLoading && files.count === 0 && !failure.visible
 
         Rectangle {
             anchors.horizontalCenter: parent.horizontalCenter
-            width: 56
-            height: 56
+            width: Theme.emblemSize
+            height: Theme.emblemSize
             radius: height / 2
             color: Theme.sunken
 
             Icon {
                 anchors.centerIn: parent
                 name: "clean"
-                size: 24
+                size: Theme.iconHeroSize
             }
         }
         Item {
@@ -223,7 +223,7 @@ FocusScope {
             height: Theme.spaceXs
         }
         PlainLabel {
-            width: 360
+            width: Theme.emptyTextWidthSize
             horizontalAlignment: Text.AlignHCenter
             text: qsTr("Everything in this repository is committed. Changed files appear here.")
             color: Theme.inkSecondary

@@ -23,7 +23,7 @@ Item {
     required property bool isCurrent
     required property bool isLast
 
-    readonly property int countWidth: 56 // Six digits and the sign.
+    readonly property int countWidth: Theme.countColumnSize // Six digits and the sign.
 
     signal opened
 
@@ -59,7 +59,7 @@ Item {
         id: path
 
         anchors.left: badge.right
-        anchors.leftMargin: 14
+        anchors.leftMargin: Theme.rowGapSize
         anchors.right: added.left
         anchors.rightMargin: Theme.spaceM
         y: Theme.spaceS
@@ -75,7 +75,7 @@ Item {
     PlainLabel {
         anchors.left: path.left
         anchors.right: path.right
-        y: 28
+        y: Theme.rowSecondLineSize
         visible: !root.hasHunks
         text: qsTr("No text changes")
         color: Theme.inkSecondary
@@ -87,7 +87,7 @@ Item {
 
         anchors.left: path.left
         anchors.right: path.right
-        y: 28
+        y: Theme.rowSecondLineSize
         visible: root.summaryState === FileListModel.Loaded
         text: root.summary
         color: Theme.inkSecondary
@@ -101,14 +101,14 @@ Item {
 
     SkeletonBar {
         anchors.left: path.left
-        y: 34
-        width: Math.min(path.width, root.index % 2 === 0 ? 340 : 250)
+        y: Theme.rowBarTopSize
+        width: Math.min(path.width, root.index % 2 === 0 ? Theme.skeletonWideSize : Theme.skeletonNarrowSize)
         visible: root.summaryState === FileListModel.Loading
     }
 
     Icon {
         anchors.left: path.left
-        y: 31
+        y: Theme.rowIconTopSize
         visible: root.summaryState === FileListModel.Failed
         name: "warning"
         size: Theme.iconSmallSize
@@ -118,8 +118,8 @@ Item {
         id: failure
 
         anchors.left: path.left
-        anchors.leftMargin: Theme.iconSmallSize + 6
-        y: 28
+        anchors.leftMargin: Theme.iconSmallSize + Theme.bulletSize
+        y: Theme.rowSecondLineSize
         width: Math.min(implicitWidth, path.width - anchors.leftMargin - (recovery.visible ? recovery.width + Theme.spaceS : 0))
         visible: root.summaryState === FileListModel.Failed
         text: root.summary
@@ -130,7 +130,7 @@ Item {
         id: added
 
         anchors.right: deleted.left
-        y: 18
+        y: Theme.rowCountTopSize
         width: Math.max(root.countWidth, implicitWidth)
         count: root.additions
         isAddition: true
@@ -142,7 +142,7 @@ Item {
 
         anchors.right: chevron.left
         anchors.rightMargin: Theme.spaceM
-        y: 18
+        y: Theme.rowCountTopSize
         width: Math.max(root.countWidth, implicitWidth)
         count: root.deletions
         isAddition: false
@@ -182,7 +182,7 @@ Item {
 
         anchors.left: failure.right
         anchors.leftMargin: Theme.spaceS
-        y: 28
+        y: Theme.rowSecondLineSize
         visible: text !== ""
         text: root.recoveryLabel
         onClicked: root.recoveryRequested()

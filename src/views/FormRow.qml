@@ -10,7 +10,7 @@ Item {
     property string label: ""
     default property alias content: holder.data
 
-    readonly property int labelWidth: 64
+    readonly property int labelWidth: Theme.formLabelSize
 
     implicitHeight: holder.implicitHeight
 

@@ -14,8 +14,8 @@ FramedWindow {
 
     property bool reducesMotion: root.appearance.reducesMotion
 
-    width: 1280
-    height: 824
+    width: Theme.windowWidthSize
+    height: Theme.windowHeightSize
     minimumWidth: Theme.windowMinWidthSize
     minimumHeight: Theme.windowMinHeightSize
     visible: true

@@ -12,8 +12,8 @@ T.MenuItem {
 
     implicitWidth: ListView.view ? ListView.view.width : 0
     implicitHeight: Theme.menuRowSize
-    leftPadding: 10
-    rightPadding: 10
+    leftPadding: Theme.fieldPaddingSize
+    rightPadding: Theme.fieldPaddingSize
     hoverEnabled: true
     Accessible.role: Accessible.MenuItem
     Accessible.name: root.text

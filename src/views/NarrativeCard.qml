@@ -11,7 +11,7 @@ Rectangle {
     required property FileListModel files
     required property bool isLoading
 
-    readonly property int countsWidth: 184
+    readonly property int countsWidth: Theme.statusColumnSize
     readonly property bool hasNarrative: root.files.narrative !== ""
 
     implicitHeight: Math.max(text.height, counts.height) + 2 * Theme.spaceL + 2 * Theme.hairlineWidth
@@ -53,7 +53,7 @@ Rectangle {
         Row {
             visible: root.isLoading
             height: Theme.proseLine
-            spacing: 10
+            spacing: Theme.fieldPaddingSize
 
             ActivityDots {
                 anchors.verticalCenter: parent.verticalCenter
@@ -97,7 +97,7 @@ Rectangle {
 
         x: root.width - root.countsWidth + Theme.spaceXl
         y: text.y
-        spacing: 6
+        spacing: Theme.bulletSize
 
         Repeater {
             model: [

@@ -12,8 +12,8 @@ Item {
     signal dragged(real distance)
     signal reset
 
-    implicitWidth: 8
-    implicitHeight: 8
+    implicitWidth: Theme.dividerHitSize
+    implicitHeight: Theme.dividerHitSize
     Accessible.ignored: true
 
     Rectangle {

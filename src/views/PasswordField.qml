@@ -48,7 +48,7 @@ FocusScope {
             anchors.fill: parent
             focus: true
             activeFocusOnTab: true
-            leftPadding: 10 + Theme.hairlineWidth
+            leftPadding: Theme.fieldPaddingSize + Theme.hairlineWidth
             rightPadding: eye.width + 2 * Theme.spaceXs
             verticalAlignment: TextInput.AlignVCenter
             echoMode: root.isShown ? TextInput.Normal : TextInput.Password
@@ -85,7 +85,7 @@ FocusScope {
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.right: parent.right
-        anchors.rightMargin: 5
+        anchors.rightMargin: Theme.eyeMarginSize
         width: Theme.controlCompactSize
         height: Theme.controlCompactSize
         display: T.AbstractButton.IconOnly

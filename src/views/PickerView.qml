@@ -11,10 +11,10 @@ FocusScope {
     required property PickerViewModel viewModel
 
     readonly property bool hasRecents: recents.count > 0
-    readonly property int contentTop: Math.max(32, Math.min(240, 0.55 * (root.height + Theme.titleBarSize - 540)))
+    readonly property int contentTop: Math.max(Theme.pickerTopMinSize, Math.min(Theme.pickerTopMaxSize, Theme.pickerTopRatio * (root.height + Theme.titleBarSize - Theme.pickerTopStartSize)))
     signal folderRequested
 
-    readonly property int blockDistance: root.width < 1280 ? 0.05 * root.width : Theme.spaceHero
+    readonly property int blockDistance: root.width < Theme.pickerWideSize ? Theme.pickerGapRatio * root.width : Theme.spaceHero
 
     Rectangle {
         anchors.fill: parent
@@ -24,7 +24,7 @@ FocusScope {
     Rectangle {
         id: half
 
-        width: Math.round(0.46 * root.width)
+        width: Math.round(Theme.pickerHalfRatio * root.width)
         height: root.height
         visible: root.hasRecents
         color: Theme.window
@@ -48,13 +48,13 @@ FocusScope {
 
         x: root.hasRecents ? half.width - root.blockDistance - width : Math.round((root.width - width) / 2)
         y: root.contentTop
-        width: root.hasRecents ? Math.max(328, Math.min(400, half.width - root.blockDistance - 40)) : 400
+        width: root.hasRecents ? Math.max(Theme.pickerBlockMinSize, Math.min(Theme.pickerBlockSize, half.width - root.blockDistance - Theme.pickerGapSize)) : Theme.pickerBlockSize
 
         Image {
-            width: 56
-            height: 56
-            sourceSize.width: 56 * Screen.devicePixelRatio
-            sourceSize.height: 56 * Screen.devicePixelRatio
+            width: Theme.emblemSize
+            height: Theme.emblemSize
+            sourceSize.width: Theme.emblemSize * Screen.devicePixelRatio
+            sourceSize.height: Theme.emblemSize * Screen.devicePixelRatio
             source: "qrc:/qt/qml/Vantrel/icons/app.svg"
             Accessible.ignored: true
         }
@@ -99,7 +99,7 @@ FocusScope {
         }
         Item {
             width: 1
-            height: 10
+            height: Theme.fieldPaddingSize
         }
         PlainLabel {
             width: block.width
@@ -138,10 +138,10 @@ FocusScope {
     ListView {
         id: recents
 
-        x: half.width + 40
+        x: half.width + Theme.pickerGapSize
         anchors.top: title.bottom
         anchors.topMargin: Theme.spaceS
-        width: Math.min(560, root.width - x - Theme.spaceXxl)
+        width: Math.min(Theme.recentColumnSize, root.width - x - Theme.spaceXxl)
         height: Math.min(contentHeight, root.height - y - Theme.spaceXxl)
         visible: root.hasRecents
         clip: true

@@ -41,10 +41,10 @@ Item {
         id: nameLabel
 
         anchors.left: icon.right
-        anchors.leftMargin: 14
+        anchors.leftMargin: Theme.rowGapSize
         anchors.right: when.left
         anchors.rightMargin: Theme.spaceM
-        y: 9
+        y: Theme.rowNameTopSize
         text: root.name
         font: Theme.bodyBoldFont
         color: root.isMissing ? Theme.inkTertiary : Theme.inkHeading

@@ -13,7 +13,7 @@ T.AbstractButton {
     required property bool isChosen
 
     implicitWidth: Math.ceil(widest.implicitWidth) + leftPadding + rightPadding
-    leftPadding: 14 + Theme.hairlineWidth
+    leftPadding: Theme.buttonPaddingSize + Theme.hairlineWidth
     rightPadding: leftPadding
     text: root.modelData
     focusPolicy: Qt.NoFocus

@@ -24,7 +24,7 @@ T.Control {
 
     implicitWidth: implicitContentWidth + 2 * padding
     implicitHeight: Theme.controlSize
-    padding: 3
+    padding: Theme.segmentInsetSize
     focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Grouping
     Accessible.name: root.label

@@ -21,6 +21,6 @@ Rectangle {
         x: Theme.spaceL + Theme.hairlineWidth
         y: Theme.spaceXl + Theme.hairlineWidth
         width: root.width - x - Theme.spaceXxl - Theme.hairlineWidth
-        spacing: 14
+        spacing: Theme.formSpacingSize
     }
 }

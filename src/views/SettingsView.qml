@@ -139,7 +139,7 @@ FocusScope {
                     }
                     Item {
                         width: 1
-                        height: 6
+                        height: Theme.bulletSize
                     }
                     KeyStateLabel {
                         width: parent.width

@@ -16,11 +16,11 @@ FramedWindow {
         root.present();
     }
 
-    width: 640
-    height: 640
-    minimumWidth: 640
-    maximumWidth: 640
-    minimumHeight: 320
+    width: Theme.subWindowSize
+    height: Theme.subWindowSize
+    minimumWidth: Theme.subWindowSize
+    maximumWidth: Theme.subWindowSize
+    minimumHeight: Theme.subWindowMinHeightSize
     title: qsTr("Settings")
 
     SettingsView {

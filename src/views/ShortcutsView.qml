@@ -61,14 +61,14 @@ FocusScope {
             PlainLabel {
                 x: Theme.spaceXxl
                 anchors.verticalCenter: parent.verticalCenter
-                width: 260
+                width: Theme.keysColumnSize
                 visible: !row.isHeading
                 text: row.keys
                 color: Theme.inkHeading
                 Accessible.ignored: true
             }
             PlainLabel {
-                x: Theme.spaceXxl + 272
+                x: Theme.spaceXxl + Theme.keysColumnSize + Theme.spaceM
                 anchors.verticalCenter: parent.verticalCenter
                 visible: !row.isHeading
                 width: row.width - x - Theme.spaceXxl

@@ -64,21 +64,21 @@ Rectangle {
                     color: Theme.sunken
                 }
                 Rectangle {
-                    x: 55
-                    y: 14
+                    x: Theme.rowTextInsetSize
+                    y: Theme.rowGapSize
                     width: row.modelData
                     height: Theme.spaceS
                     radius: height / 2
                     color: Theme.sunken
                 }
                 Rectangle {
-                    x: 55
-                    y: 34
-                    width: row.modelData + 190
+                    x: Theme.rowTextInsetSize
+                    y: Theme.rowBarTopSize
+                    width: row.modelData + Theme.rowBarStepSize
                     height: Theme.spaceS
                     radius: height / 2
                     color: Theme.sunken
-                    opacity: 0.7
+                    opacity: Theme.stillOpacity
                 }
                 Rectangle {
                     x: Theme.spaceXl + Theme.hairlineWidth

@@ -15,7 +15,7 @@ T.TextField {
     signal edited(string text)
 
     implicitHeight: Theme.controlSize
-    leftPadding: 10 + Theme.hairlineWidth
+    leftPadding: Theme.fieldPaddingSize + Theme.hairlineWidth
     rightPadding: leftPadding
     verticalAlignment: TextInput.AlignVCenter
     activeFocusOnTab: true

@@ -126,7 +126,72 @@ QtObject {
     readonly property int windowMinWidthSize: 900
     readonly property int windowMinHeightSize: 600
 
+    // Parts of components
+    readonly property int dotSize: 5
+    readonly property int alertRiseSize: 60
+    readonly property int alertIconSize: 40
+    readonly property int iconLargeSize: 20
+    readonly property int iconHeroSize: 24
+    readonly property int emblemSize: 56
+    readonly property int emptyRiseSize: 30
+    readonly property int menuWidthSize: 232
+    readonly property int fieldPaddingSize: 10
+    readonly property int buttonPaddingSize: 14
+    readonly property int bulletSize: 6
+    readonly property int composerMaxSize: 120
+    readonly property int choiceIndentSize: 36
+    readonly property int followSize: 40
+    readonly property int stepButtonSize: 32
+    readonly property int windowButtonSize: 36
+    readonly property int menuButtonSize: 32
+    readonly property int countsRoomSize: 120
+    readonly property int dropCardSize: 62
+    readonly property int boxIconInsetSize: 13
+    readonly property int boxTextInsetSize: 38
+    readonly property int emptyTextWidthSize: 360
+    readonly property int countColumnSize: 56
+    readonly property int statusColumnSize: 184
+    readonly property int rowGapSize: 14
+    readonly property int rowSecondLineSize: 28
+    readonly property int rowBarTopSize: 34
+    readonly property int rowIconTopSize: 31
+    readonly property int rowCountTopSize: 18
+    readonly property int rowNameTopSize: 9
+    readonly property int rowTextInsetSize: 55
+    readonly property int rowBarStepSize: 190
+    readonly property int skeletonWideSize: 340
+    readonly property int skeletonNarrowSize: 250
+    readonly property int formLabelSize: 64
+    readonly property int formSpacingSize: 14
+    readonly property int eyeMarginSize: 5
+    readonly property int segmentInsetSize: 3
+    readonly property int windowWidthSize: 1280
+    readonly property int windowHeightSize: 824
+    readonly property int subWindowSize: 640
+    readonly property int subWindowMinHeightSize: 320
+    readonly property int keysColumnSize: 260
+    readonly property int dividerHitSize: 8
+    readonly property int pickerTopMinSize: 32
+    readonly property int pickerTopMaxSize: 240
+    readonly property int pickerTopStartSize: 540
+    readonly property int pickerWideSize: 1280
+    readonly property int pickerBlockSize: 400
+    readonly property int pickerBlockMinSize: 328
+    readonly property int pickerGapSize: 40
+    readonly property int recentColumnSize: 560
+    readonly property int scrollBarSize: 10
+    readonly property int scrollBarLengthSize: 100
+    readonly property int branchLabelSize: 22
+    readonly property int branchTextInsetSize: 24
+    readonly property int branchPaddingSize: 32
+    readonly property real pickerTopRatio: 0.55
+    readonly property real pickerGapRatio: 0.05
+    readonly property real pickerHalfRatio: 0.46
+    readonly property real scrollHandleMinRatio: 0.05
+
     // Corners
+    readonly property real dotRadius: 2.5
+    readonly property int scrollHandleRadius: 3
     readonly property int badgeRadius: 4
     readonly property int controlRadius: 6
     readonly property int cardRadius: 8
@@ -172,6 +237,8 @@ QtObject {
     readonly property int dotsDuration: 1200
     /// How strong what pulses is while it stands still.
     readonly property real stillOpacity: 0.7
+    /// Of what lies over the content while something is dragged over it.
+    readonly property real veilOpacity: 0.86
     /// Work that ends sooner leaves no trace on screen.
     readonly property int patienceDuration: 150
     readonly property int toolTipDelayDuration: 600

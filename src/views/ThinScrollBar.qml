@@ -8,15 +8,15 @@ import Vantrel
 T.ScrollBar {
     id: root
 
-    implicitWidth: root.orientation === Qt.Vertical ? 10 : 100
-    implicitHeight: root.orientation === Qt.Vertical ? 100 : 10
+    implicitWidth: root.orientation === Qt.Vertical ? Theme.scrollBarSize : Theme.scrollBarLengthSize
+    implicitHeight: root.orientation === Qt.Vertical ? Theme.scrollBarLengthSize : Theme.scrollBarSize
     padding: 2
     Accessible.ignored: true
     visible: root.size < 1.0
-    minimumSize: 0.05
+    minimumSize: Theme.scrollHandleMinRatio
 
     contentItem: Rectangle {
-        radius: 3
+        radius: Theme.scrollHandleRadius
         color: root.hovered || root.pressed ? Theme.scrollHandleHover : Theme.scrollHandle
     }
 }

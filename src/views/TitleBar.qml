@@ -32,7 +32,7 @@ TitleStrip {
 
         x: Theme.spaceS
         anchors.verticalCenter: parent.verticalCenter
-        width: 32
+        width: Theme.menuButtonSize
         height: Theme.controlCompactSize
         display: T.AbstractButton.IconOnly
         labelColor: Theme.inkHeading
@@ -94,8 +94,8 @@ TitleStrip {
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: repositoryLabel.right
         anchors.leftMargin: Theme.spaceM
-        width: Math.min(Math.ceil(branchLabel.implicitWidth) + 32, root.contentRight - x - Theme.spaceL)
-        height: 22
+        width: Math.min(Math.ceil(branchLabel.implicitWidth) + Theme.branchPaddingSize, root.contentRight - x - Theme.spaceL)
+        height: Theme.branchLabelSize
         visible: root.coordinator.branchName !== ""
         radius: Theme.badgeRadius
         color: Theme.sunken
@@ -111,7 +111,7 @@ TitleStrip {
             id: branchLabel
 
             anchors.verticalCenter: parent.verticalCenter
-            x: 24
+            x: Theme.branchTextInsetSize
             width: parent.width - x - Theme.spaceS
             text: root.coordinator.branchName
             font: Theme.smallFont

@@ -5,7 +5,7 @@ import Vantrel
 
 /// One of the icons in a title bar.
 QuietButton {
-    width: 36
+    width: Theme.windowButtonSize
     height: Theme.controlCompactSize
     display: T.AbstractButton.IconOnly
     labelColor: Theme.inkHeading
