@@ -36,9 +36,13 @@ OrbiskApp::OrbiskApp(const Places &places)
     , m_chatHistoryStore(m_userDefaults)
     , m_keychainAccessNotice(m_userDefaults)
     , m_appearanceController(m_settingsStore)
+    , m_keyPresenceStore(m_userDefaults)
+    , m_settingsViewModel(SettingsViewModel::Services{
+          m_settingsStore, m_keychainStore, m_keychainAccessNotice, m_appearanceController,
+          m_keyPresenceStore, m_userDefaults, m_notificationCenter})
     , m_rootViewModel(ReviewServices{m_gitWorker, m_aiWorker, m_keychainAccessNotice,
                                      m_chatHistoryStore, m_coordinator, m_notificationCenter},
-                      m_recentReposStore)
+                      m_recentReposStore, m_settingsViewModel)
 {}
 
 OrbiskApp::~OrbiskApp() = default;

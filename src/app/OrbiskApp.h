@@ -6,10 +6,12 @@
 #include "ai/config/SettingsStore.h"
 #include "app/AppCoordinator.h"
 #include "app/RootViewModel.h"
+#include "app/SettingsViewModel.h"
 #include "git/FileSystemReader.h"
 #include "git/GitService.h"
 #include "git/GitWorker.h"
 #include "git/ProcessRunner.h"
+#include "persistence/APIKeyPresenceStore.h"
 #include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
@@ -69,6 +71,8 @@ private:
     AppCoordinator m_coordinator;
     KeychainAccessNotice m_keychainAccessNotice;
     AppearanceController m_appearanceController;
+    APIKeyPresenceStore m_keyPresenceStore;
+    SettingsViewModel m_settingsViewModel;
     RootViewModel m_rootViewModel;
 };
 

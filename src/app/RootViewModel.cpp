@@ -22,9 +22,11 @@ void drop(ViewModel *viewModel)
 } // namespace
 
 RootViewModel::RootViewModel(const ReviewServices &services,
-                             std::shared_ptr<RecentReposStoring> recentReposStore, QObject *parent)
+                             std::shared_ptr<RecentReposStoring> recentReposStore,
+                             SettingsViewModel &settings, QObject *parent)
     : QObject(parent)
     , m_services(services)
+    , m_settings(settings)
     , m_picker(std::move(recentReposStore), services.coordinator)
 {
     connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);

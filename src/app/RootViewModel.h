@@ -5,6 +5,7 @@
 #include "app/FileListViewModel.h"
 #include "app/PickerViewModel.h"
 #include "app/ReviewServices.h"
+#include "app/SettingsViewModel.h"
 #include "persistence/KeychainAccessNotice.h"
 
 #include <QObject>
@@ -28,11 +29,14 @@ class RootViewModel final : public QObject
     Q_PROPERTY(vantrel::DiffViewModel *diff READ diff NOTIFY screenChanged)
     Q_PROPERTY(
         vantrel::KeychainAccessNotice *keychainAccessNotice READ keychainAccessNotice CONSTANT)
+    Q_PROPERTY(vantrel::SettingsViewModel *settings READ settings CONSTANT)
 
 public:
-    /// The services must outlive the view model. Shows the coordinator's route at once.
+    /// The services and the settings must outlive the view model. Shows the coordinator's route at
+    /// once.
     RootViewModel(const ReviewServices &services,
-                  std::shared_ptr<RecentReposStoring> recentReposStore, QObject *parent = nullptr);
+                  std::shared_ptr<RecentReposStoring> recentReposStore, SettingsViewModel &settings,
+                  QObject *parent = nullptr);
     ~RootViewModel() override;
 
     [[nodiscard]] AppCoordinator *coordinator() const { return &m_services.coordinator; }
@@ -40,6 +44,9 @@ public:
     {
         return &m_services.keychainAccessNotice;
     }
+
+    /// What the settings window shows, which has no route.
+    [[nodiscard]] SettingsViewModel *settings() const { return &m_settings; }
 
     /// Its recent repositories are loaded again whenever the route becomes the picker.
     [[nodiscard]] PickerViewModel *picker() { return &m_picker; }
@@ -59,6 +66,7 @@ private:
     void showRoute();
 
     ReviewServices m_services;
+    SettingsViewModel &m_settings;
     FileListViewModel *m_fileList = nullptr; ///< A child of this object, as the next.
     DiffViewModel *m_diff = nullptr;
     PickerViewModel m_picker;

@@ -71,9 +71,9 @@ int SettingsViewModel::appearanceIndex() const
     return placeOf(appearance(), allAppAppearances);
 }
 
-QStringList SettingsViewModel::providerNames() const
+QList<QString> SettingsViewModel::providerNames() const
 {
-    QStringList names;
+    QList<QString> names;
     for (const AIProvider provider : allAIProviders) {
         names.append(displayName(provider));
     }

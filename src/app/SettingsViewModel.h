@@ -5,9 +5,9 @@
 #include "platform/jobs/Job.h"
 #include "platform/jobs/Task.h"
 
+#include <QList>
 #include <QObject>
 #include <QString>
-#include <QStringList>
 
 #include <optional>
 
@@ -32,7 +32,7 @@ class StateStep;
 class SettingsViewModel final : public QObject
 {
     Q_OBJECT
-    Q_PROPERTY(QStringList providerNames READ providerNames CONSTANT)
+    Q_PROPERTY(QList<QString> providerNames READ providerNames CONSTANT)
     Q_PROPERTY(int providerIndex READ providerIndex NOTIFY providerChanged)
     Q_PROPERTY(QString providerName READ providerName NOTIFY providerChanged)
     Q_PROPERTY(QString baseURL READ baseURL WRITE setBaseURL NOTIFY baseURLChanged)
@@ -117,7 +117,7 @@ public:
     /// The places of the choices in `allAIProviders` and `allAppAppearances`.
     [[nodiscard]] int providerIndex() const;
     [[nodiscard]] int appearanceIndex() const;
-    [[nodiscard]] QStringList providerNames() const;
+    [[nodiscard]] QList<QString> providerNames() const;
     [[nodiscard]] QString providerName() const;
 
     /// Shows the stored configuration if it is not the one last loaded or saved; what was being

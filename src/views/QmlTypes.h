@@ -6,6 +6,7 @@
 #include "app/FileListViewModel.h"
 #include "app/PickerViewModel.h"
 #include "app/RootViewModel.h"
+#include "app/SettingsViewModel.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "views/SystemAppearance.h"
 
@@ -60,6 +61,14 @@ struct ChatThreadViewModelForQml
     Q_GADGET
     QML_FOREIGN(vantrel::ChatThreadViewModel)
     QML_NAMED_ELEMENT(ChatThreadViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct SettingsViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::SettingsViewModel)
+    QML_NAMED_ELEMENT(SettingsViewModel)
     QML_UNCREATABLE("Made by the application.")
 };
 

@@ -60,6 +60,7 @@ QtObject {
     readonly property color errorSoft: dark ? "#38231E" : "#FCEDE8"
     readonly property color errorLine: dark ? "#6B4037" : "#E8C1B6"
     readonly property color danger: dark ? "#A8452F" : "#9B3019"
+    readonly property color dangerHover: Qt.darker(danger, 1.12)
     readonly property color inkOnDanger: dark ? "#FFFBFA" : "#FFFEFB"
     readonly property color note: dark ? "#332B1B" : "#F7EFDB"
     readonly property color noteLine: dark ? "#5A4C2D" : "#E4D3A8"
@@ -106,6 +107,7 @@ QtObject {
     readonly property int badgeSmallSize: 18
     readonly property int tagMaxSize: 140
     readonly property int menuRowSize: 30
+    readonly property int menuNoteRowSize: 46
     readonly property int fileRowSize: 56
     readonly property int recentRowSize: 56
     readonly property int sidebarSize: 380

@@ -45,7 +45,7 @@ protected:
     QTemporaryDir folders{};
     ScreenServices services{};
     std::unique_ptr<RootViewModel> root =
-        std::make_unique<RootViewModel>(services.review, services.recentRepos);
+        std::make_unique<RootViewModel>(services.review, services.recentRepos, services.settings);
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 1)};
     const AppCoordinator::DiffRoute diffRoute{sampleRepo(u"orchard"_s), files.at(0), files,
                                               Selection::first};
@@ -57,13 +57,14 @@ TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)
     EXPECT_EQ(root->diff(), nullptr);
     EXPECT_EQ(root->coordinator(), &services.coordinator);
     EXPECT_EQ(root->keychainAccessNotice(), &services.notice);
+    EXPECT_EQ(root->settings(), &services.settings);
     EXPECT_NE(root->picker(), nullptr);
 }
 
 TEST_F(RootViewModelTest, ShowsTheRouteThatTheCoordinatorHasAlready)
 {
     services.coordinator.setRoute(diffRoute);
-    const RootViewModel later(services.review, services.recentRepos);
+    const RootViewModel later(services.review, services.recentRepos, services.settings);
 
     ASSERT_NE(later.diff(), nullptr);
     EXPECT_EQ(later.diff()->file(), files.at(0));

@@ -36,6 +36,7 @@ Task<> discard(Task<QString> task)
 ScreenServices::~ScreenServices()
 {
     git.close();
+    keychain->letGo();
 }
 
 void ScreenServices::waitForGit()

@@ -1,17 +1,24 @@
 #pragma once
 
 #include "ai/AIWorker.h"
+#include "ai/config/AppearanceController.h"
+#include "ai/config/SettingsStore.h"
 #include "app/AppCoordinator.h"
 #include "app/ReviewServices.h"
+#include "app/SettingsViewModel.h"
 #include "git/GitWorker.h"
+#include "persistence/APIKeyPresenceStore.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "persistence/KeychainWorker.h"
 #include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
+#include "platform/jobs/SystemClock.h"
 #include "support/CallLog.h"
 #include "support/FakeAIService.h"
 #include "support/FakeChatHistory.h"
 #include "support/FakeGitService.h"
+#include "support/FakeKeychain.h"
 
 #include <QTemporaryDir>
 
@@ -50,6 +57,15 @@ struct ScreenServices
     AppCoordinator coordinator{};
     ReviewServices review{gitWorker,   aiWorker,    notice,
                           chatHistory, coordinator, notificationCenter};
+    SettingsStore settingsStore{defaults};
+    AppearanceController appearance{settingsStore};
+    APIKeyPresenceStore keyPresence{defaults};
+    SystemClock clock{};
+    std::shared_ptr<FakeKeychain> keychain = std::make_shared<FakeKeychain>();
+    KeychainWorker keychainWorker{keychain, clock};
+    SettingsViewModel settings{SettingsViewModel::Services{settingsStore, keychainWorker, notice,
+                                                           appearance, keyPresence, defaults,
+                                                           notificationCenter}};
 };
 
 /// Runs what is ready on the interface thread.

@@ -10,17 +10,38 @@ TestCase {
 
     property bool acknowledgesNotice: true
 
+    /// The settings in place of the main window.
+    property bool showsSettings: false
+
     when: windowShown
 
     function init(): void {
         root.failOnWarning(/.+/);
         Theme.reducesMotion = true;
         driver.start(root.acknowledgesNotice);
+        if (!root.showsSettings) {
+            root.showMainWindow();
+        }
+    }
+
+    function showMainWindow(): void {
         root.content.width = 1280;
         root.content.height = 824;
         root.content.setSource("qrc:/qt/qml/Vantrel/RootView.qml", {
             viewModel: driver.root
         });
+    }
+
+    /// As when their window is opened.
+    function showSettings(): void {
+        root.content.width = 640;
+        root.content.height = 640;
+        root.content.setSource("qrc:/qt/qml/Vantrel/SettingsView.qml", {
+            viewModel: driver.root.settings,
+            focus: true
+        });
+        driver.root.settings.reloadIfChanged();
+        driver.root.settings.checkSavedKey();
     }
 
     function cleanup(): void {

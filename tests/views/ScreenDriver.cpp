@@ -2,7 +2,9 @@
 
 #include "Samples.h"
 
+#include <QAccessible>
 #include <QDir>
+#include <QQuickWindow>
 
 #include <algorithm>
 
@@ -17,6 +19,23 @@ AIFailure missingKey()
     AIServiceError error;
     error.kind = AIServiceError::Case::missingAPIKey;
     return error;
+}
+
+void collectSpokenTexts(QAccessibleInterface *interface, QStringList &texts)
+{
+    if (interface == nullptr) {
+        return;
+    }
+    for (const QAccessible::Text kind :
+         {QAccessible::Name, QAccessible::Description, QAccessible::Value}) {
+        texts.append(interface->text(kind));
+    }
+    if (QAccessibleTextInterface *const text = interface->textInterface()) {
+        texts.append(text->text(0, text->characterCount()));
+    }
+    for (int child = 0; child < interface->childCount(); ++child) {
+        collectSpokenTexts(interface->child(child), texts);
+    }
 }
 
 bool isRead(const ExplanationChannel &explanation)
@@ -37,7 +56,8 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
     if (hasAcknowledgedNotice) {
         m_services->notice.acknowledge();
     }
-    m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos);
+    m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
+                                             m_services->settings);
     Q_EMIT started();
 }
 
@@ -159,6 +179,49 @@ void ScreenDriver::failAnswer(const QString &message)
 void ScreenDriver::answerQuestions(const QStringList &questions)
 {
     m_services->ai.suggestions.back().push(questions);
+}
+
+void ScreenDriver::storeKey(const QString &provider, const QString &key)
+{
+    m_services->keychain->store(key, aiProviderFromRawValue(provider).value());
+}
+
+QString ScreenDriver::storedKey(const QString &provider) const
+{
+    const AIProvider known = aiProviderFromRawValue(provider).value();
+    return m_services->keychain->storedKey(known).value_or(QString());
+}
+
+void ScreenDriver::hangKeychain()
+{
+    m_services->keychain->hangNext();
+}
+
+void ScreenDriver::letKeychainGo()
+{
+    m_services->keychain->letGo();
+}
+
+void ScreenDriver::refuseKeyChange()
+{
+    constexpr std::int32_t lockedStatus = -25308;
+    m_services->keychain->refuseNext(lockedStatus);
+}
+
+void ScreenDriver::recordShownKeychainNotice()
+{
+    const QString key = u"settings.hasShownKeychainNotice"_s;
+    if (!m_services->defaults.setBoolean(key, true)) {
+        qWarning("the preference could not be written");
+    }
+}
+
+QStringList ScreenDriver::spokenTexts(QQuickItem *item) const
+{
+    QAccessible::setActive(true);
+    QStringList texts;
+    collectSpokenTexts(QAccessible::queryAccessibleInterface(item->window()), texts);
+    return texts;
 }
 
 ExplanationChannel &ScreenDriver::openExplanation()

@@ -5,6 +5,7 @@
 #include "app/RootViewModel.h"
 
 #include <QObject>
+#include <QQuickItem>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -66,6 +67,20 @@ public:
     Q_INVOKABLE void finishAnswer();
     Q_INVOKABLE void failAnswer(const QString &message);
     Q_INVOKABLE void answerQuestions(const QStringList &questions);
+
+    /// The keychain: what it holds, whether its next call hangs, and whether it refuses the next
+    /// change. Providers go by their stored names.
+    Q_INVOKABLE void storeKey(const QString &provider, const QString &key);
+    Q_INVOKABLE QString storedKey(const QString &provider) const;
+    Q_INVOKABLE void hangKeychain();
+    Q_INVOKABLE void letKeychainGo();
+    Q_INVOKABLE void refuseKeyChange();
+
+    /// As if a key had been saved from the settings before.
+    Q_INVOKABLE void recordShownKeychainNotice();
+
+    /// Every text that a screen reader is given of the item's window.
+    Q_INVOKABLE QStringList spokenTexts(QQuickItem *item) const;
 
 Q_SIGNALS:
     void started();

@@ -25,6 +25,24 @@ SampleGitService::Branch SampleGitService::currentBranch(const QUrl &)
     return std::optional(u"feature/token-refresh"_s);
 }
 
+std::optional<QString> SampleKeychain::apiKey(AIProvider provider)
+{
+    const auto found = m_keys.find(provider);
+    return found == m_keys.end() ? std::nullopt : std::optional(found->second);
+}
+
+Result<void, KeychainError> SampleKeychain::saveAPIKey(const QString &key, AIProvider provider)
+{
+    m_keys[provider] = key;
+    return {};
+}
+
+Result<void, KeychainError> SampleKeychain::deleteAPIKey(AIProvider provider)
+{
+    m_keys.erase(provider);
+    return {};
+}
+
 Task<Result<QString, AIFailure>> SampleAIService::complete(QString, QString)
 {
     while (m_narrative.isEmpty()) {

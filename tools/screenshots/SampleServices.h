@@ -2,6 +2,7 @@
 
 #include "ai/AIServicing.h"
 #include "git/GitServicing.h"
+#include "persistence/KeychainStoring.h"
 #include "platform/jobs/Channel.h"
 #include "platform/jobs/WaiterList.h"
 
@@ -10,6 +11,7 @@
 #include <QStringList>
 
 #include <deque>
+#include <map>
 #include <optional>
 
 namespace vantrel::screenshots {
@@ -37,6 +39,18 @@ private:
     std::optional<Listing> m_listing{QList<FileChange>()};
     RawHunks m_rawHunks{QList<RawHunk>()};
     QSemaphore m_gate;
+};
+
+/// A keychain in memory. Thread: one at a time.
+class SampleKeychain final : public KeychainStoring
+{
+public:
+    std::optional<QString> apiKey(AIProvider provider) override;
+    Result<void, KeychainError> saveAPIKey(const QString &key, AIProvider provider) override;
+    Result<void, KeychainError> deleteAPIKey(AIProvider provider) override;
+
+private:
+    std::map<AIProvider, QString> m_keys{};
 };
 
 /// A model that answers from a script; what the script leaves out stays open. Thread: interface.

@@ -9,7 +9,9 @@
 
 #include <QCoreApplication>
 #include <QEventLoop>
-#include <QQuickWindow>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItem>
 
 #include <utility>
 
@@ -20,6 +22,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr auto acknowledgedKey = "keychainAccessNotice.hasAcknowledged";
+constexpr auto shownSettingsNoticeKey = "settings.hasShownKeychainNotice";
 
 ProcessFailure gitFailure(const QString &message)
 {
@@ -116,6 +119,8 @@ Scene::Scene(AppAppearance appearance)
     , m_gitWorker(m_git)
     , m_aiWorker(m_ai)
     , m_chatHistory(m_defaults)
+    , m_keychain(std::make_shared<SampleKeychain>(), m_clock)
+    , m_keyPresence(m_defaults)
 {
     m_appearanceController.setAppearance(appearance);
 }
@@ -134,10 +139,13 @@ QImage Scene::picture(const QString &state, QSize size)
         }
     }
     m_notice = std::make_unique<KeychainAccessNotice>(m_defaults);
+    m_settingsViewModel = std::make_unique<SettingsViewModel>(
+        SettingsViewModel::Services{m_settings, m_keychain, *m_notice, m_appearanceController,
+                                    m_keyPresence, m_defaults, m_notificationCenter});
     m_rootViewModel = std::make_unique<RootViewModel>(
         ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
                        m_notificationCenter},
-        m_recentRepos);
+        m_recentRepos, *m_settingsViewModel);
     m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
     m_window = m_mainWindow->window();
     if (m_window == nullptr) {
@@ -185,6 +193,13 @@ const QList<Scene::State> &Scene::all()
         {u"diff-chat"_s, [](Scene &scene) { scene.showQuestion(wholeAnswer()); }},
         {u"diff-chat-error"_s, [](Scene &scene) { scene.showFailedQuestion(); }},
         {u"keychain-notice"_s, [](Scene &scene) { scene.showNotice(); }},
+        {u"settings-no-key"_s, [](Scene &scene) { scene.showSettings(); }},
+        {u"settings-key-saved"_s, [](Scene &scene) { scene.showSavedKey(); }},
+        {u"settings-custom-model"_s, [](Scene &scene) { scene.showRemovedKey(); }},
+        {u"settings-custom-error"_s, [](Scene &scene) { scene.showRefusedBaseURL(); }},
+        {u"settings-model-menu"_s, [](Scene &scene) { scene.showModelMenu(); }},
+        {u"settings-remove"_s, [](Scene &scene) { scene.showRemovalQuestion(); }},
+        {u"settings-keychain"_s, [](Scene &scene) { scene.showSettingsNotice(); }},
     };
     return states;
 }
@@ -326,6 +341,70 @@ void Scene::showGitErrorOfDiff()
 {
     m_git.setRawHunks(failure(gitFailure(u"fatal: unable to read tree (8c1f0b2)"_s)));
     showFile(static_cast<int>(SampleRow::withoutText));
+}
+
+void Scene::showSettings()
+{
+    QQmlComponent component(qmlEngine(m_window), QUrl(u"qrc:/qt/qml/Vantrel/SettingsWindow.qml"_s));
+    const QVariantMap properties{{u"viewModel"_s, QVariant::fromValue(m_settingsViewModel.get())}};
+    m_settingsWindow.reset(
+        qobject_cast<QQuickWindow *>(component.createWithInitialProperties(properties)));
+    QMetaObject::invokeMethod(m_settingsWindow.get(), "showSettings");
+    m_window = m_settingsWindow.get();
+    wait([this] { return m_settingsViewModel->isKeyStateKnown(); });
+}
+
+void Scene::saveKey()
+{
+    const bool isRecorded =
+        m_defaults.setBoolean(QString::fromLatin1(shownSettingsNoticeKey), true).has_value();
+    Q_ASSERT(isRecorded);
+    m_settingsViewModel->setApiKeyDraft(u"sample"_s);
+    m_settingsViewModel->save();
+    wait([this] { return !m_settingsViewModel->isChangingKey(); });
+}
+
+void Scene::showSavedKey()
+{
+    showSettings();
+    saveKey();
+}
+
+void Scene::showRemovedKey()
+{
+    showSavedKey();
+    m_settingsViewModel->removeKey();
+    wait([this] { return !m_settingsViewModel->isChangingKey(); });
+    m_settingsViewModel->selectCustomModel(QString());
+}
+
+void Scene::showRefusedBaseURL()
+{
+    showSettings();
+    m_settingsViewModel->setProvider(AIProvider::custom);
+    m_settingsViewModel->setBaseURL(u"localhost:8080/v1"_s);
+    wait([this] { return m_settingsViewModel->isKeyStateKnown(); });
+    m_settingsViewModel->save();
+}
+
+void Scene::showModelMenu()
+{
+    showSettings();
+    const auto *const menu = m_window->findChild<QQuickItem *>(u"modelMenu"_s);
+    QMetaObject::invokeMethod(menu->property("popup").value<QObject *>(), "open");
+}
+
+void Scene::showRemovalQuestion()
+{
+    showSavedKey();
+    m_window->findChild<QQuickItem *>(u"settings"_s)->setProperty("isConfirmingRemoval", true);
+}
+
+void Scene::showSettingsNotice()
+{
+    showSettings();
+    m_settingsViewModel->setApiKeyDraft(u"sample"_s);
+    m_settingsViewModel->save();
 }
 
 void Scene::wait(const std::function<bool()> &isReached)

@@ -7,16 +7,21 @@
 #include "ai/config/SettingsStore.h"
 #include "app/AppCoordinator.h"
 #include "app/RootViewModel.h"
+#include "app/SettingsViewModel.h"
 #include "git/GitWorker.h"
+#include "persistence/APIKeyPresenceStore.h"
 #include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "persistence/KeychainWorker.h"
 #include "persistence/RecentReposStore.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
+#include "platform/jobs/SystemClock.h"
 #include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
 
 #include <QImage>
+#include <QQuickWindow>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -24,8 +29,6 @@
 
 #include <functional>
 #include <memory>
-
-class QQuickWindow;
 
 namespace vantrel::screenshots {
 
@@ -67,6 +70,16 @@ private:
     void ask(const QString &question);
     void showGitErrorOfDiff();
 
+    /// Opens the settings window, whose picture it is from then on.
+    void showSettings();
+    void showSavedKey();
+    void showRemovedKey();
+    void showRefusedBaseURL();
+    void showModelMenu();
+    void showRemovalQuestion();
+    void showSettingsNotice();
+    void saveKey();
+
     /// Runs the event loop until `isReached`.
     static void wait(const std::function<bool()> &isReached);
     void waitForLines();
@@ -85,10 +98,15 @@ private:
     AIWorker m_aiWorker;
     ChatHistoryWorker m_chatHistory;
     AppCoordinator m_coordinator{};
+    SystemClock m_clock{};
+    KeychainWorker m_keychain;
+    APIKeyPresenceStore m_keyPresence;
     std::unique_ptr<KeychainAccessNotice> m_notice{};
+    std::unique_ptr<SettingsViewModel> m_settingsViewModel{};
     std::unique_ptr<RootViewModel> m_rootViewModel{};
     std::unique_ptr<MainWindow> m_mainWindow{};
-    QQuickWindow *m_window = nullptr; ///< Of `m_mainWindow`.
+    std::unique_ptr<QQuickWindow> m_settingsWindow{};
+    QQuickWindow *m_window = nullptr; ///< The one that is drawn.
 };
 
 } // namespace vantrel::screenshots

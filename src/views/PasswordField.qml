@@ -1,0 +1,100 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Vantrel
+
+/// A secret that somebody else holds, with an eye that shows it to the person alone. To screen readers
+/// the field itself is hidden, since every program that reads the screen could read the secret; an item
+/// around it stands for it. Qt gives such an item no name, so the group around both has it.
+FocusScope {
+    id: root
+
+    required property string label
+    property string value: ""
+    property string placeholderText: ""
+    property bool isRefused: false
+    property bool isShown: false
+
+    signal edited(string text)
+    signal accepted
+
+    implicitHeight: Theme.controlSize
+    Accessible.role: Accessible.Grouping
+    Accessible.name: root.label
+    Accessible.description: root.placeholderText
+    onValueChanged: {
+        if (input.text !== value) {
+            input.text = value;
+        }
+        if (value === "") {
+            isShown = false;
+        }
+    }
+    Component.onCompleted: input.text = value
+
+    FocusScope {
+        anchors.fill: parent
+        focus: true
+        Accessible.role: Accessible.EditableText
+        Accessible.description: root.label
+        Accessible.passwordEdit: true
+        Accessible.focusable: true
+        Accessible.focused: input.activeFocus
+
+        T.TextField {
+            id: input
+
+            anchors.fill: parent
+            focus: true
+            activeFocusOnTab: true
+            leftPadding: 10 + Theme.hairlineWidth
+            rightPadding: eye.width + 2 * Theme.spaceXs
+            verticalAlignment: TextInput.AlignVCenter
+            echoMode: root.isShown ? TextInput.Normal : TextInput.Password
+            passwordMaskDelay: 0
+            inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
+            font: Theme.bodyFont
+            color: root.enabled ? Theme.ink : Theme.inkDisabled
+            selectionColor: Theme.selection
+            selectedTextColor: Theme.ink
+            selectByMouse: true
+            Accessible.ignored: true
+            onTextEdited: root.edited(text)
+            onAccepted: root.accepted()
+
+            background: FieldFrame {
+                isFocused: input.activeFocus
+                isRefused: root.isRefused
+            }
+
+            PlainLabel {
+                x: input.leftPadding
+                width: input.width - input.leftPadding - input.rightPadding
+                height: input.height
+                visible: input.text === "" && input.preeditText === ""
+                text: root.placeholderText
+                color: root.enabled ? Theme.inkTertiary : Theme.inkDisabled
+                Accessible.ignored: true
+            }
+        }
+    }
+
+    QuietButton {
+        id: eye
+
+        anchors.verticalCenter: parent.verticalCenter
+        anchors.right: parent.right
+        anchors.rightMargin: 5
+        width: Theme.controlCompactSize
+        height: Theme.controlCompactSize
+        display: T.AbstractButton.IconOnly
+        iconName: root.isShown ? "eye-off" : "eye"
+        text: root.isShown ? qsTr("Hide key") : qsTr("Show key")
+        Accessible.role: Accessible.CheckBox
+        Accessible.checkable: true
+        Accessible.checked: root.isShown
+        Accessible.onToggleAction: clicked()
+        onClicked: root.isShown = !root.isShown
+    }
+}
