@@ -67,6 +67,7 @@ FocusScope {
                 anchors.topMargin: root.isNarrow ? Theme.hairlineWidth : 0
                 viewModel: root.viewModel
                 onSettingsRequested: root.settingsRequested()
+                onEscaped: panes.forceActiveFocus(Qt.OtherFocusReason)
             }
 
             Rectangle {

@@ -3,9 +3,11 @@
 #include "Samples.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QCoreApplication>
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QGuiApplication>
 #include <QMimeData>
 #include <QQuickWindow>
 
@@ -146,6 +148,16 @@ void ScreenDriver::answerFiles(const QList<int> &hunkCounts)
     for (qsizetype i = 0; i < hunkCounts.size(); ++i) {
         files.append(changedFile(u"src/file%1.cpp"_s.arg(i), hunkCounts.at(i)));
     }
+    answerListing(files);
+}
+
+void ScreenDriver::answerFileOfLine(const QString &line)
+{
+    answerListing({changedFile(u"src/file0.cpp"_s, {changedLine(1, u"old"_s, line)})});
+}
+
+void ScreenDriver::answerListing(const QList<FileChange> &files)
+{
     if (m_isNarrativeKnown) {
         m_services->knowNarrative(files, QString());
     }
@@ -283,6 +295,19 @@ QStringList ScreenDriver::spokenTexts(QQuickItem *item) const
     QStringList texts;
     collectSpokenTexts(QAccessible::queryAccessibleInterface(item->window()), texts);
     return texts;
+}
+
+QString ScreenDriver::temptingAddress()
+{
+    if (!m_server.isListening()) {
+        m_server.listen(QHostAddress::LocalHost);
+    }
+    return u"http://127.0.0.1:%1/a.png"_s.arg(m_server.serverPort());
+}
+
+QString ScreenDriver::clipboard() const
+{
+    return QGuiApplication::clipboard()->text();
 }
 
 ExplanationChannel &ScreenDriver::openExplanation()
