@@ -95,10 +95,16 @@ void ProseDocument::setCodeFont(const QFont &font)
     }
 }
 
+void ProseDocument::componentComplete()
+{
+    m_isComplete = true;
+    writeAnew();
+}
+
 void ProseDocument::writeAnew()
 {
     m_written = {};
-    if (m_document) {
+    if (m_isComplete && m_document) {
         m_document->textDocument()->setUndoRedoEnabled(false);
         m_document->textDocument()->clear();
     }
@@ -108,7 +114,7 @@ void ProseDocument::writeAnew()
 
 void ProseDocument::write()
 {
-    if (!m_document) {
+    if (!m_isComplete || !m_document) {
         return;
     }
     const QString source = withLineFeeds(m_source);

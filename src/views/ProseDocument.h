@@ -5,6 +5,7 @@
 #include <QFont>
 #include <QObject>
 #include <QPointer>
+#include <QQmlParserStatus>
 #include <QQuickTextDocument>
 #include <QString>
 #include <QTextCharFormat>
@@ -17,9 +18,10 @@ namespace vantrel {
 /// The characters go in as they are and the looks as formats beside them, so that no markup is ever
 /// read. A text that has grown changes the document only from where it differs: what stands before
 /// is not laid out again, and a selection in it stays. Thread: interface.
-class ProseDocument : public QObject
+class ProseDocument : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
     Q_PROPERTY(QQuickTextDocument *document READ document WRITE setDocument NOTIFY changed)
     Q_PROPERTY(QString source READ source WRITE setSource NOTIFY changed)
@@ -48,6 +50,9 @@ public:
     [[nodiscard]] QFont codeFont() const { return m_codeFont; }
     void setCodeFont(const QFont &font);
 
+    void classBegin() override {}
+    void componentComplete() override; ///< Nothing is written before.
+
 Q_SIGNALS:
     void changed();
 
@@ -62,6 +67,7 @@ private:
     qreal m_line = 20;
     QFont m_strongFont{};
     QFont m_codeFont{};
+    bool m_isComplete = false;
     Prose m_written{}; ///< What the document holds.
 };
 

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QQmlEngine>
+#include <QQmlProperty>
 #include <QQuickItem>
 #include <QQuickTextDocument>
 #include <QQuickWindow>
@@ -73,6 +74,18 @@ TEST(ProseText, ShowsLooksInPlaceOfMarks)
     EXPECT_GT(shown.lookAt(4).fontWeight(), int(QFont::Normal));
     EXPECT_EQ(shown.lookAt(6).fontFamilies().toStringList(), QStringList{u"monospace"_s});
     EXPECT_EQ(shown.lookAt(6).property(QTextFormat::FontPixelSize), 12);
+}
+
+TEST(ProseText, ShowsATextThatItIsMadeWith)
+{
+    Shown shown(u"ProseText { source: 'a *b* `c`' }"_s);
+
+    EXPECT_EQ(shown.text(), u"a b c"_s);
+    EXPECT_TRUE(shown.lookAt(2).fontItalic());
+    EXPECT_EQ(shown.lookAt(4).property(QTextFormat::FontPixelSize), 12);
+    EXPECT_EQ(QQmlProperty::read(&shown.item(), u"Accessible.name"_s, qmlContext(&shown.item()))
+                  .toString(),
+              u"a b c"_s);
 }
 
 TEST(ProseText, ShowsWhatAPersonTypedAsItIs)
