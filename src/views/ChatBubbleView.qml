@@ -45,22 +45,13 @@ Item {
                 Accessible.ignored: true
             }
 
-            // Shown as plain text: what a model writes is never followed.
-            TextEdit {
+            ProseText {
                 id: message
 
                 width: Math.min(Math.ceil(implicitWidth), root.maximumWidth - 2 * Theme.spaceM)
                 visible: !root.isThinking
-                text: root.text
-                textFormat: TextEdit.PlainText
-                wrapMode: TextEdit.Wrap
-                readOnly: true
-                selectByMouse: true
-                activeFocusOnPress: false
-                font: Theme.bodyFont
-                color: Theme.ink
-                selectionColor: Theme.selection
-                selectedTextColor: Theme.ink
+                source: root.text
+                isMarkdown: !root.isQuestion
                 Accessible.ignored: true
             }
         }

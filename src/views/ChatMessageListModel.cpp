@@ -1,5 +1,6 @@
 #include "views/ChatMessageListModel.h"
 
+#include "views/InlineMarkdown.h"
 #include "views/ShownText.h"
 
 namespace vantrel {
@@ -14,10 +15,10 @@ QString accessibleName(const ChatMessage &message)
     if (message.isStreaming) {
         return {};
     }
-    const bool isQuestion = message.role == ChatMessage::Role::user;
-    const QString form =
-        isQuestion ? ChatMessageListModel::tr("You: %1") : ChatMessageListModel::tr("Answer: %1");
-    return form.arg(shownText(message.text));
+    const QString shown = shownText(message.text);
+    return message.role == ChatMessage::Role::user
+               ? ChatMessageListModel::tr("You: %1").arg(shown)
+               : ChatMessageListModel::tr("Answer: %1").arg(inlineMarkdown(shown).text);
 }
 
 } // namespace

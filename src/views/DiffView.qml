@@ -62,6 +62,7 @@ FocusScope {
                 anchors.leftMargin: root.isNarrow ? 0 : Theme.hairlineWidth
                 anchors.topMargin: root.isNarrow ? Theme.hairlineWidth : 0
                 viewModel: root.viewModel
+                onEscaped: panes.forceActiveFocus(Qt.OtherFocusReason)
             }
 
             Rectangle {

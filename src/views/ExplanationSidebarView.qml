@@ -11,7 +11,10 @@ Item {
 
     readonly property bool hasExplanation: explanation.state !== ExplanationPresenter.None
 
+    signal escaped
+
     implicitHeight: column.implicitHeight + 2 * Theme.spaceL
+    Keys.onEscapePressed: root.escaped()
 
     ExplanationPresenter {
         id: explanation
@@ -87,12 +90,10 @@ Item {
                 }
             }
 
-            PlainLabel {
+            ProseText {
                 width: column.width
-                visible: text !== ""
-                text: explanation.prose
-                wrapMode: Text.Wrap
-                elide: Text.ElideNone
+                visible: source !== ""
+                source: explanation.prose
                 Accessible.role: Accessible.Paragraph
             }
 
@@ -122,14 +123,12 @@ Item {
                             height: Theme.spaceXs
                             color: Theme.accent
                         }
-                        PlainLabel {
+                        ProseText {
                             id: pointLabel
 
                             x: 14
                             width: parent.width - x
-                            text: point.modelData
-                            wrapMode: Text.Wrap
-                            elide: Text.ElideNone
+                            source: point.modelData
                         }
                     }
                 }

@@ -103,6 +103,18 @@ TEST_F(ChatMessageListModelTest, AnAnswerIsNamedOnceItIsComplete)
     EXPECT_EQ(value(1, ChatMessageListModel::IsStreamingRole), false);
 }
 
+TEST_F(ChatMessageListModelTest, AnAnswerIsNamedWithoutItsMarks)
+{
+    ask(u"Why *this*?"_s);
+
+    push(u"Because of **it** and `that`."_s);
+    finish();
+
+    EXPECT_EQ(value(0, ChatMessageListModel::AccessibleNameRole), u"You: Why *this*?"_s);
+    EXPECT_EQ(value(1, ChatMessageListModel::AccessibleNameRole),
+              u"Answer: Because of it and that."_s);
+}
+
 TEST_F(ChatMessageListModelTest, AnAnswerWithoutAWordIsRemoved)
 {
     ask(u"Why?"_s);

@@ -2,7 +2,9 @@
 
 #include "Samples.h"
 
+#include <QClipboard>
 #include <QDir>
+#include <QGuiApplication>
 
 #include <algorithm>
 
@@ -65,6 +67,16 @@ void ScreenDriver::answerFiles(const QList<int> &hunkCounts)
     for (qsizetype i = 0; i < hunkCounts.size(); ++i) {
         files.append(changedFile(u"src/file%1.cpp"_s.arg(i), hunkCounts.at(i)));
     }
+    answerListing(files);
+}
+
+void ScreenDriver::answerFileOfLine(const QString &line)
+{
+    answerListing({changedFile(u"src/file0.cpp"_s, {changedLine(1, u"old"_s, line)})});
+}
+
+void ScreenDriver::answerListing(const QList<FileChange> &files)
+{
     if (m_isNarrativeKnown) {
         m_services->knowNarrative(files, QString());
     }
@@ -159,6 +171,19 @@ void ScreenDriver::failAnswer(const QString &message)
 void ScreenDriver::answerQuestions(const QStringList &questions)
 {
     m_services->ai.suggestions.back().push(questions);
+}
+
+QString ScreenDriver::temptingAddress()
+{
+    if (!m_server.isListening()) {
+        m_server.listen(QHostAddress::LocalHost);
+    }
+    return u"http://127.0.0.1:%1/a.png"_s.arg(m_server.serverPort());
+}
+
+QString ScreenDriver::clipboard() const
+{
+    return QGuiApplication::clipboard()->text();
 }
 
 ExplanationChannel &ScreenDriver::openExplanation()

@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QStringList>
+#include <QTcpServer>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -39,6 +40,8 @@ public:
 
     /// Ends the listing: with `src/file0.cpp` and so on, of as many hunks as given for each.
     Q_INVOKABLE void answerFiles(const QList<int> &hunkCounts);
+    /// Ends the listing: with `src/file0.cpp`, of which one line has become `line`.
+    Q_INVOKABLE void answerFileOfLine(const QString &line);
     Q_INVOKABLE void failListing(const QString &message);
 
     /// Answers the question for the hunks of a file without any.
@@ -67,16 +70,24 @@ public:
     Q_INVOKABLE void failAnswer(const QString &message);
     Q_INVOKABLE void answerQuestions(const QStringList &questions);
 
+    /// Of a picture that a server on this machine would be asked for, and whether it was.
+    Q_INVOKABLE QString temptingAddress();
+    Q_INVOKABLE bool isTempted() const { return m_server.hasPendingConnections(); }
+
+    Q_INVOKABLE QString clipboard() const;
+
 Q_SIGNALS:
     void started();
 
 private:
+    void answerListing(const QList<FileChange> &files);
     [[nodiscard]] ExplanationChannel &openExplanation();
 
     std::optional<QTemporaryDir> m_folder{};
     std::unique_ptr<ScreenServices> m_services{};
     std::unique_ptr<RootViewModel> m_root{};
     bool m_isNarrativeKnown = true;
+    QTcpServer m_server{};
 };
 
 } // namespace vantrel::test

@@ -6,6 +6,7 @@
 
 #include <QGuiApplication>
 #include <QQmlExtensionPlugin>
+#include <QQuickWindow>
 
 Q_IMPORT_QML_PLUGIN(VantrelPlugin)
 
@@ -23,6 +24,7 @@ int main(int argc, char **argv)
 {
     testing::InitGoogleMock(&argc, argv);
     const QGuiApplication application(argc, argv);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     vantrel::RunQueue::interfaceThread();
     vantrel::test::installMessageHandler();
     testing::UnitTest::GetInstance()->listeners().Append(new MessageChecks);

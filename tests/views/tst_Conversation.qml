@@ -196,10 +196,13 @@ Item {
             screen.openExplained();
             screen.ask("why");
 
-            driver.pushAnswer("<img src='http://127.0.0.1/x.png'> [a](http://127.0.0.1/)");
+            driver.pushAnswer(`<img src='${driver.temptingAddress()}'> ![a](${driver.temptingAddress()}) *b*`);
             driver.finishAnswer();
 
-            screen.expectNamed("Answer: <img src='http://127.0.0.1/x.png'> [a](http://127.0.0.1/)");
+            screen.expectNamed(`Answer: <img src='${driver.temptingAddress()}'> a (${driver.temptingAddress()}) b`);
+            grabImage(window);
+            grabImage(window);
+            compare(driver.isTempted(), false);
             screen.walk(window, item => {
                 if (item instanceof TextEdit) {
                     compare(item.textFormat, TextEdit.PlainText, item.text);

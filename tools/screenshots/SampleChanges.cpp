@@ -173,9 +173,9 @@ QList<HunkExplanation> sampleExplanations()
     heart.tag = u"Bug fix"_s;
     heart.explanation =
         u"This is the heart of the sign-in change: a token is now refreshed once, and every "
-        "waiting caller gets that one result. current() treats a token as expired 30 seconds "
-        "early, so a request no longer leaves with a token that dies on the way. refresh() runs "
-        "inside the gate and turns a 400 reply into SignInRequired instead of parsing it as a "
+        "waiting caller gets that one result. `current()` treats a token as expired 30 seconds "
+        "early, so a request no longer leaves with a token that dies on the way. `refresh()` runs "
+        "inside the gate and turns a 400 reply into `SignInRequired` instead of parsing it as a "
         "token. The HTTP client relies on this when it repeats a request after a 401."_s;
     heart.points = {u"Callers must now handle SignInRequired."_s,
                     u"The mutex is no longer held during the request."_s};
