@@ -2,9 +2,15 @@
 
 #include "views/CodeText.h"
 
+#include <QAccessible>
+#include <QClipboard>
 #include <QFontMetricsF>
+#include <QGuiApplication>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QStyleHints>
+#include <QTimerEvent>
 
 #include <algorithm>
 #include <cmath>
@@ -16,18 +22,18 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qreal sideMargin = 12;
+constexpr qreal sideMargin = PanesColumns::sideMargin;
 constexpr qreal borderWidth = PanesLayout::border;
 constexpr qreal cornerRadius = 8;
-constexpr qreal signWidth = 18;
-constexpr qreal textIndent = 3;
-constexpr qreal cutMarkRoom = 14;
+constexpr qreal signWidth = PanesColumns::signWidth;
 constexpr QPointF cutMarkArm(2.5, 2.75);
 constexpr qreal cutMarkMargin = 7.5;
 constexpr qreal gutterMinimum = 44;
 constexpr int gutterMinimumDigits = 5;
 constexpr qreal gutterDigitWidth = 7;
 constexpr qreal numberMargin = 8;
+constexpr int dragScrollInterval = 30; // Milliseconds.
+constexpr qreal dragScrollShare = 0.5; // Of the distance beyond the edge, at each interval.
 
 std::int64_t largestNumber(const QList<Hunk> &hunks)
 {
@@ -63,14 +69,40 @@ std::size_t indexOf(DiffLineKind kind)
     return static_cast<std::size_t>(kind);
 }
 
+std::optional<SelectionStep> stepOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return SelectionStep::left;
+    case Qt::Key_Right:
+        return SelectionStep::right;
+    case Qt::Key_Up:
+        return SelectionStep::up;
+    case Qt::Key_Down:
+        return SelectionStep::down;
+    case Qt::Key_Home:
+        return SelectionStep::lineStart;
+    case Qt::Key_End:
+        return SelectionStep::lineEnd;
+    case Qt::Key_PageUp:
+        return SelectionStep::pageUp;
+    case Qt::Key_PageDown:
+        return SelectionStep::pageDown;
+    default:
+        return std::nullopt;
+    }
+}
+
 } // namespace
 
 /// One side of a row, where it lies and how it looks.
 struct CodePanesItem::Cell
 {
+    CodeSide side = CodeSide::before;
+    PaneRow place{};
     const DiffLine &line;
     QRectF rectangle{};
-    bool isSelected = false;
+    bool isSelected = false; ///< The card, that is.
 };
 
 CodePanesItem::CodePanesItem(QQuickItem *parent)
@@ -78,6 +110,14 @@ CodePanesItem::CodePanesItem(QQuickItem *parent)
 {
     setOpaquePainting(false);
     setFlag(ItemClipsChildrenToShape);
+    setAcceptedMouseButtons(Qt::LeftButton);
+    QAccessible::installActivationObserver(this);
+    m_visibleCards.setHasReader(QAccessible::isActive());
+}
+
+CodePanesItem::~CodePanesItem()
+{
+    QAccessible::removeActivationObserver(this);
 }
 
 void CodePanesItem::setDiff(DiffViewModel *diff)
@@ -135,9 +175,7 @@ void CodePanesItem::setContentY(qreal y)
 
 qreal CodePanesItem::maximumContentX() const
 {
-    const qreal longest = std::ceil(qreal(m_longestLine) * m_columnWidth);
-    const qreal room = paneTextWidth() - cutMarkRoom;
-    return longest <= room ? 0 : longest - room;
+    return columns().maximumContentX(m_longestLine);
 }
 
 qreal CodePanesItem::contentYShowing(int hunkIndex) const
@@ -173,6 +211,11 @@ void CodePanesItem::paint(QPainter *painter)
     }
 }
 
+void CodePanesItem::accessibilityActiveChanged(bool isActive)
+{
+    m_visibleCards.setHasReader(isActive);
+}
+
 void CodePanesItem::geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry)
 {
     QQuickPaintedItem::geometryChange(newGeometry, oldGeometry);
@@ -180,6 +223,24 @@ void CodePanesItem::geometryChange(const QRectF &newGeometry, const QRectF &oldG
     update();
     if (newGeometry.width() != oldGeometry.width()) {
         Q_EMIT rangeChanged();
+    }
+    if (newGeometry.height() < oldGeometry.height()) {
+        keepSelectedCard(oldGeometry.height());
+    }
+}
+
+void CodePanesItem::keepSelectedCard(qreal formerHeight)
+{
+    const int card = m_diff ? m_diff->selectedHunkIndex() : -1;
+    if (card < 0 || card >= m_layout.cardCount()) {
+        return;
+    }
+    const qreal bottom = m_layout.cardBottom(card) - m_contentY;
+    const qreal top = m_layout.cardTop(card) - m_contentY;
+    const bool wasWhole = top >= 0 && bottom <= formerHeight;
+    const bool wasThere = bottom > 0 && top < formerHeight;
+    if ((wasWhole && bottom > height()) || (wasThere && top >= height())) {
+        Q_EMIT scrollRequested(m_contentX, contentYShowing(card));
     }
 }
 
@@ -205,6 +266,7 @@ void CodePanesItem::readTheme()
                        color("inkTertiary")};
     m_colors.selectedCell = color("diffSelected");
     m_colors.selectedGutter = color("diffSelectedGutter");
+    m_colors.selection = color("selection");
     m_codeFont = m_theme->property("codeFont").value<QFont>();
     m_numberFont = m_theme->property("codeNumberFont").value<QFont>();
     const QFontMetricsF metrics(m_codeFont);
@@ -217,13 +279,13 @@ void CodePanesItem::readTheme()
 
 void CodePanesItem::takeHunks()
 {
-    static const QList<Hunk> none;
-    const QList<Hunk> &hunks = m_diff ? m_diff->hunks() : none;
-    m_layout = PanesLayout(hunks);
-    const int digits = int(QString::number(largestNumber(hunks)).size());
+    endDrag();
+    m_selection.clear();
+    m_layout = PanesLayout(hunks());
+    const int digits = int(QString::number(largestNumber(hunks())).size());
     m_gutterWidth = gutterMinimum + gutterDigitWidth * std::max(0, digits - gutterMinimumDigits);
     m_longestLine = 0;
-    m_measureTask = Job(measureLines(hunks));
+    m_measureTask = Job(measureLines(hunks()));
     updateVisibleCards();
     update();
     Q_EMIT layoutChanged();
@@ -232,26 +294,235 @@ void CodePanesItem::takeHunks()
 
 void CodePanesItem::updateVisibleCards()
 {
-    const int first = m_layout.firstCardBelow(m_contentY);
-    int end = first;
-    while (end < m_layout.cardCount() && m_layout.cardTop(end) < m_contentY + height()) {
-        ++end;
-    }
-    m_visibleCards.setWindow(m_layout, first, end);
+    m_visibleCards.setWindow(m_layout, m_contentY, height());
 }
 
 Task<> CodePanesItem::measureLines(QList<Hunk> hunks)
 {
     auto measure = [hunks](const WorkControl &control) { return longestOf(hunks, control); };
-    auto measured = m_measureWorker.run(std::move(measure));
+    auto measured = m_worker.run(std::move(measure));
     m_longestLine = co_await std::move(measured);
     Q_EMIT rangeChanged();
 }
 
-qreal CodePanesItem::paneTextWidth() const
+bool CodePanesItem::takeSelectionKey(int key, int modifiers)
 {
-    const qreal inner = width() - 2 * sideMargin - 2 * borderWidth;
-    return std::floor(inner / 2) - m_gutterWidth - signWidth - textIndent;
+    const auto held = Qt::KeyboardModifiers::fromInt(modifiers) & ~Qt::KeypadModifier;
+    const auto step = stepOf(key);
+    if (held == Qt::ShiftModifier && step) {
+        moveSelection(*step);
+        return true;
+    }
+    if (held == Qt::ControlModifier && key == Qt::Key_A) {
+        if (m_diff && m_diff->selectedHunk() != nullptr) {
+            m_selection.selectCard(hunks(), m_diff->selectedHunkIndex());
+            update();
+        }
+        return true;
+    }
+    if (held == Qt::ControlModifier && key == Qt::Key_C) {
+        copySelection();
+        return true;
+    }
+    if (held == Qt::NoModifier && key == Qt::Key_Escape && !m_selection.isEmpty()) {
+        m_selection.clear();
+        update();
+        return true;
+    }
+    return false;
+}
+
+void CodePanesItem::mousePressEvent(QMouseEvent *event)
+{
+    const auto *const hints = QGuiApplication::styleHints();
+    const quint64 interval = event->timestamp() - std::exchange(m_doubleClickTime, 0);
+    const QPointF distance = event->position() - m_dragStart;
+    const bool isThird = interval < quint64(hints->mouseDoubleClickInterval()) &&
+                         distance.manhattanLength() < hints->mouseDoubleClickDistance();
+    event->setAccepted(
+        beginDrag(event->position(), isThird ? SelectionUnit::line : SelectionUnit::character));
+}
+
+void CodePanesItem::mouseDoubleClickEvent(QMouseEvent *event)
+{
+    m_doubleClickTime = event->timestamp();
+    event->setAccepted(beginDrag(event->position(), SelectionUnit::word));
+}
+
+void CodePanesItem::mouseMoveEvent(QMouseEvent *event)
+{
+    if (!m_isDragging) {
+        return;
+    }
+    m_dragPoint = event->position();
+    if (m_isDraggingLines && m_selection.isEmpty()) {
+        // A click in the gutter selects no line: the pointer has to leave its place first.
+        if (isClick(m_dragPoint)) {
+            return;
+        }
+        const CodeSide side = m_selection.side();
+        m_selection.begin(hunks(), side, positionAt(m_dragStart, side), SelectionUnit::line);
+    }
+    extendDrag();
+    const bool isOutside = !distanceOutside(m_dragPoint).isNull();
+    if (isOutside && !m_dragScroll.isActive()) {
+        m_dragScroll.start(dragScrollInterval, this);
+    } else if (!isOutside) {
+        m_dragScroll.stop();
+    }
+}
+
+void CodePanesItem::mouseReleaseEvent(QMouseEvent *event)
+{
+    const auto card = m_pressedCard;
+    endDrag();
+    if (card && isClick(event->position())) {
+        Q_EMIT cardClicked(*card);
+    }
+}
+
+void CodePanesItem::mouseUngrabEvent()
+{
+    endDrag();
+}
+
+void CodePanesItem::timerEvent(QTimerEvent *)
+{
+    const QPointF distance = distanceOutside(m_dragPoint) * dragScrollShare;
+    Q_EMIT scrollRequested(m_contentX + distance.x(), m_contentY + distance.y());
+    extendDrag();
+}
+
+bool CodePanesItem::beginDrag(QPointF point, SelectionUnit unit)
+{
+    const qreal y = m_contentY + point.y();
+    const int card = m_layout.firstCardBelow(y);
+    if (card == m_layout.cardCount() || y < m_layout.cardTop(card) || point.x() < sideMargin ||
+        point.x() >= width() - sideMargin) {
+        return false;
+    }
+    m_pressedCard = card;
+    m_dragStart = point;
+    m_dragPoint = point;
+    m_isDragging = m_layout.rowAt(y).has_value();
+    if (m_isDragging) {
+        const PanesColumns columns = this->columns();
+        const CodeSide side = columns.sideAt(point.x());
+        m_isDraggingLines = columns.isGutter(side, point.x());
+        m_selection.begin(hunks(), side, positionAt(point, side),
+                          m_isDraggingLines ? SelectionUnit::character : unit);
+        update();
+    }
+    Q_EMIT pressed();
+    return true;
+}
+
+bool CodePanesItem::isClick(QPointF point) const
+{
+    const QPointF distance = point - m_dragStart;
+    return distance.manhattanLength() < QGuiApplication::styleHints()->startDragDistance();
+}
+
+void CodePanesItem::extendDrag()
+{
+    m_selection.extendTo(hunks(), positionAt(m_dragPoint, m_selection.side()));
+    update();
+}
+
+void CodePanesItem::endDrag()
+{
+    m_pressedCard.reset();
+    m_isDragging = false;
+    m_dragScroll.stop();
+}
+
+CodePosition CodePanesItem::positionAt(QPointF point, CodeSide side) const
+{
+    const qreal y = std::clamp<qreal>(point.y(), 0, std::max<qreal>(0, height() - 1));
+    const auto row = m_layout.nearestRow(m_contentY + y);
+    if (!row) {
+        return {};
+    }
+    const DiffLine &line = lineOn(hunks().at(row->card).rows.at(row->row), side);
+    const PanesColumns columns = this->columns();
+    const qreal x = std::min(point.x(), columns.cell(side, 0).right());
+    return {row->card, row->row, codeOffsetAt(line.text, columns.columnAt(side, x))};
+}
+
+QPointF CodePanesItem::distanceOutside(QPointF point) const
+{
+    const auto outside = [](qreal value, qreal low, qreal high) {
+        return value < low ? value - low : std::max<qreal>(0, value - high);
+    };
+    const PanesColumns columns = this->columns();
+    const CodeSide side = m_selection.side();
+    const qreal x = m_isDraggingLines
+                        ? 0
+                        : outside(point.x(), columns.textLeft(side), columns.cell(side, 0).right());
+    return {x, outside(point.y(), 0, height())};
+}
+
+void CodePanesItem::moveSelection(SelectionStep step)
+{
+    const int card = m_diff ? m_diff->selectedHunkIndex() : -1;
+    if (card < 0 || card >= m_layout.cardCount() || m_layout.rowCount(card) == 0) {
+        return;
+    }
+    const qreal above = m_contentY - m_layout.rowsTop(card);
+    const int firstVisible =
+        std::clamp(int(std::ceil(above / PanesLayout::rowHeight)), 0, m_layout.rowCount(card) - 1);
+    const int pageRows = std::max(1, int(height() / PanesLayout::rowHeight) - 2);
+    m_selection.move(hunks(), step, CodePosition{card, firstVisible, 0}, pageRows);
+    update();
+    revealSelection();
+}
+
+void CodePanesItem::revealSelection()
+{
+    const CodePosition focus = m_selection.focus();
+    const CodeSide side = m_selection.side();
+    const TextSlice &text = lineOn(hunks().at(focus.card).rows.at(focus.row), side).text;
+    const qreal top = m_layout.rowTop(PaneRow{focus.card, focus.row});
+    const qreal left = qreal(codeColumnAt(text, focus.offset)) * m_columnWidth;
+    const auto shifted = [](qreal scrolled, qreal low, qreal high, qreal extent) {
+        return std::min(low, std::max(scrolled, high - extent));
+    };
+    Q_EMIT scrollRequested(
+        shifted(m_contentX, left, left + m_columnWidth, columns().textWidth(side)),
+        shifted(m_contentY, top, top + PanesLayout::rowHeight, height()));
+}
+
+void CodePanesItem::copySelection()
+{
+    if (!m_selection.isEmpty()) {
+        m_copyTask = Job(copy(hunks(), m_selection));
+    }
+}
+
+Task<> CodePanesItem::copy(QList<Hunk> hunks, CodeSelection selection)
+{
+    auto build = [hunks, selection](const WorkControl &control) {
+        return selectedText(hunks, selection, [&control] { return control.isAbandoned(); });
+    };
+    auto built = m_worker.run(std::move(build));
+    const QString text = co_await std::move(built);
+    QGuiApplication::clipboard()->setText(text);
+}
+
+const QList<Hunk> &CodePanesItem::hunks() const
+{
+    static const QList<Hunk> none;
+    return m_diff ? m_diff->hunks() : none;
+}
+
+PanesColumns CodePanesItem::columns() const
+{
+    PanesColumns columns;
+    columns.width = width();
+    columns.gutterWidth = m_gutterWidth;
+    columns.columnWidth = m_columnWidth;
+    columns.contentX = m_contentX;
+    return columns;
 }
 
 void CodePanesItem::paintCard(QPainter &painter, int card) const
@@ -285,7 +556,7 @@ void CodePanesItem::paintCard(QPainter &painter, int card) const
         if (rowTop >= height()) {
             break;
         }
-        paintRow(painter, hunk.rows.at(i), rowTop, isSelected);
+        paintRow(painter, PaneRow{card, int(i)}, rowTop);
     }
 
     const qreal border = isSelected ? 2 * borderWidth : borderWidth;
@@ -296,17 +567,18 @@ void CodePanesItem::paintCard(QPainter &painter, int card) const
                             cornerRadius - inset);
 }
 
-void CodePanesItem::paintRow(QPainter &painter, const DiffRow &row, qreal top,
-                             bool isSelected) const
+void CodePanesItem::paintRow(QPainter &painter, PaneRow place, qreal top) const
 {
-    const qreal left = sideMargin + borderWidth;
-    const qreal inner = width() - 2 * left;
-    const qreal half = std::floor(inner / 2);
-    const qreal rowHeight = PanesLayout::rowHeight;
-    paintCell(painter, Cell{row.left, QRectF(left, top, half, rowHeight), isSelected});
-    paintCell(painter,
-              Cell{row.right, QRectF(left + half, top, inner - half, rowHeight), isSelected});
-    painter.fillRect(QRectF(left + half - borderWidth, top, borderWidth, rowHeight), m_colors.line);
+    const DiffRow &row = hunks().at(place.card).rows.at(place.row);
+    const bool isSelected = place.card == m_diff->selectedHunkIndex();
+    const PanesColumns columns = this->columns();
+    for (const CodeSide side : {CodeSide::before, CodeSide::after}) {
+        const QRectF area = columns.cell(side, top);
+        paintCell(painter, Cell{side, place, lineOn(row, side), area, isSelected});
+    }
+    const qreal middle = columns.cell(CodeSide::after, top).left();
+    painter.fillRect(QRectF(middle - borderWidth, top, borderWidth, PanesLayout::rowHeight),
+                     m_colors.line);
 }
 
 void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
@@ -335,28 +607,63 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
         painter.drawText(QRectF(signLeft, area.top(), signWidth, area.height()), Qt::AlignCenter,
                          line.kind == DiffLineKind::addition ? u"+"_s : u"−"_s);
     }
-    if (line.text.isEmpty()) {
-        return;
+    paintSelection(painter, cell);
+    if (!line.text.isEmpty()) {
+        paintText(painter, cell);
     }
+}
 
+void CodePanesItem::paintText(QPainter &painter, const Cell &cell) const
+{
     // Only the columns in view are turned into text and laid out.
-    const qreal textLeft = signLeft + signWidth + textIndent;
-    const qreal room = area.right() - textLeft - cutMarkRoom;
-    const auto firstColumn = qsizetype(m_contentX / m_columnWidth);
-    const auto columns = qsizetype(std::max<qreal>(0, room) / m_columnWidth) + 2;
-    const QString text = visibleCode(line.text, firstColumn, columns + 1);
-    const qreal textX = textLeft - (m_contentX - qreal(firstColumn) * m_columnWidth);
+    const QRectF &area = cell.rectangle;
+    const PanesColumns columns = this->columns();
+    const qreal textLeft = columns.textLeft(cell.side);
+    const qreal room = columns.textWidth(cell.side);
+    const auto first = qsizetype(m_contentX / m_columnWidth);
+    const auto count = qsizetype(room / m_columnWidth) + 3;
+    const QList<CodeRun> runs = codeRuns(cell.line.text, first, count);
+
     painter.save();
     painter.setClipRect(QRectF(textLeft, area.top(), room, area.height()), Qt::IntersectClip);
     painter.setPen(m_colors.ink);
-    painter.drawText(QPointF(textX, area.top() + m_baseline), text);
+    for (const CodeRun &run : runs) {
+        painter.drawText(
+            QPointF(columns.columnLeft(cell.side, qreal(run.column)), area.top() + m_baseline),
+            run.text);
+    }
     painter.restore();
 
-    if (textX + qreal(text.size()) * m_columnWidth > textLeft + room + 1) {
+    const qsizetype end = runs.isEmpty() ? 0 : runs.last().endColumn;
+    if (columns.columnLeft(cell.side, qreal(end)) > textLeft + room + 1) {
         painter.setPen(QPen(m_colors.mark, borderWidth));
         const QPointF tip(area.right() - cutMarkMargin, area.center().y());
         painter.drawPolyline(
             QPolygonF{tip - cutMarkArm, tip, tip + QPointF(-cutMarkArm.x(), cutMarkArm.y())});
+    }
+}
+
+void CodePanesItem::paintSelection(QPainter &painter, const Cell &cell) const
+{
+    if (cell.side != m_selection.side()) {
+        return;
+    }
+    const auto span = m_selection.spanIn(hunks(), cell.place.card, cell.place.row);
+    if (!span) {
+        return;
+    }
+    const PanesColumns columns = this->columns();
+    const auto leftOf = [&](qsizetype offset) {
+        return columns.columnLeft(cell.side, qreal(codeColumnAt(cell.line.text, offset)));
+    };
+    const qreal end = cell.rectangle.right();
+    const qreal left = std::max(columns.textLeft(cell.side), leftOf(span->start));
+    // A line feed that is selected shows as the rest of the row.
+    const bool isWhole = m_selection.goesOnBehind(cell.place.card, cell.place.row);
+    const qreal right = isWhole ? end : std::min(end, leftOf(span->end));
+    if (right > left) {
+        painter.fillRect(QRectF(left, cell.rectangle.top(), right - left, cell.rectangle.height()),
+                         m_colors.selection);
     }
 }
 

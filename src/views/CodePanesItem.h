@@ -3,13 +3,20 @@
 #include "app/DiffViewModel.h"
 #include "platform/jobs/Job.h"
 #include "platform/jobs/SerialWorker.h"
+#include "views/CodeSelection.h"
+#include "views/PanesColumns.h"
 #include "views/PanesLayout.h"
 #include "views/VisibleCardModel.h"
 
+#include <QAccessible>
+#include <QBasicTimer>
 #include <QColor>
 #include <QFont>
 #include <QPointer>
 #include <QQuickPaintedItem>
+
+#include <array>
+#include <optional>
 
 namespace vantrel {
 
@@ -18,7 +25,7 @@ namespace vantrel {
 /// The item is as large as the viewport and draws only the rows and columns that it shows, so a
 /// file of any length costs the same. What must be met by pointers and screen readers (card heads,
 /// tags) lies over it as items made from `visibleCards`. Thread: interface.
-class CodePanesItem : public QQuickPaintedItem
+class CodePanesItem : public QQuickPaintedItem, private QAccessible::ActivationObserver
 {
     Q_OBJECT
     QML_ELEMENT
@@ -35,6 +42,8 @@ class CodePanesItem : public QQuickPaintedItem
 
 public:
     explicit CodePanesItem(QQuickItem *parent = nullptr);
+    Q_DISABLE_COPY_MOVE(CodePanesItem)
+    ~CodePanesItem() override;
 
     [[nodiscard]] DiffViewModel *diff() const { return m_diff; }
     void setDiff(DiffViewModel *diff);
@@ -57,9 +66,20 @@ public:
     /// amount, or to its head when the card is higher than the viewport.
     Q_INVOKABLE [[nodiscard]] qreal contentYShowing(int hunkIndex) const;
 
+    /// Takes a key that concerns the selection: Shift with a key that moves extends it, Ctrl+A
+    /// selects one side of the selected card, Ctrl+C copies, Escape clears. Answers whether it did.
+    Q_INVOKABLE bool takeSelectionKey(int key, int modifiers);
+
+    [[nodiscard]] const CodeSelection &selection() const { return m_selection; }
+
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
+    /// The pointer went down on a card, and up again in the same place.
+    void pressed();
+    void cardClicked(int card);
+    /// What is selected is to come, or to stay, in view.
+    void scrollRequested(qreal x, qreal y);
     void diffChanged();
     void themeChanged();
     void contentXChanged();
@@ -69,6 +89,12 @@ Q_SIGNALS:
 
 protected:
     void geometryChange(const QRectF &newGeometry, const QRectF &oldGeometry) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void mouseUngrabEvent() override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     struct Colors
@@ -87,18 +113,39 @@ private:
         std::array<QColor, 4> number{};
         QColor selectedCell{};
         QColor selectedGutter{};
+        QColor selection{};
     };
 
     struct Cell;
 
+    void accessibilityActiveChanged(bool isActive) override;
+
+    /// Of a card that was in view when the item was so high.
+    void keepSelectedCard(qreal formerHeight);
     void readTheme();
     void takeHunks();
     void updateVisibleCards();
     Task<> measureLines(QList<Hunk> hunks);
-    [[nodiscard]] qreal paneTextWidth() const;
+    [[nodiscard]] const QList<Hunk> &hunks() const;
+    [[nodiscard]] PanesColumns columns() const;
     void paintCard(QPainter &painter, int card) const;
-    void paintRow(QPainter &painter, const DiffRow &row, qreal top, bool isSelected) const;
+    void paintRow(QPainter &painter, PaneRow place, qreal top) const;
     void paintCell(QPainter &painter, const Cell &cell) const;
+    void paintText(QPainter &painter, const Cell &cell) const;
+    void paintSelection(QPainter &painter, const Cell &cell) const;
+
+    /// Answers whether the point is on a card. Selects only where it is on a row.
+    [[nodiscard]] bool beginDrag(QPointF point, SelectionUnit unit);
+    [[nodiscard]] bool isClick(QPointF point) const;
+    void extendDrag();
+    void endDrag();
+    [[nodiscard]] CodePosition positionAt(QPointF point, CodeSide side) const;
+    /// How far a dragged pointer is beyond the edges of what is selected.
+    [[nodiscard]] QPointF distanceOutside(QPointF point) const;
+    void moveSelection(SelectionStep step);
+    void revealSelection();
+    void copySelection();
+    Task<> copy(QList<Hunk> hunks, CodeSelection selection);
 
     QPointer<DiffViewModel> m_diff{};
     QPointer<QObject> m_theme{};
@@ -114,8 +161,17 @@ private:
     qreal m_gutterWidth = 44;
     qsizetype m_longestLine = 0;
     VisibleCardModel m_visibleCards{};
-    SerialWorker m_measureWorker{};
+    CodeSelection m_selection{};
+    std::optional<int> m_pressedCard{};
+    bool m_isDragging = false;
+    bool m_isDraggingLines = false; ///< It began in the gutter.
+    QPointF m_dragStart{};
+    QPointF m_dragPoint{};
+    QBasicTimer m_dragScroll{};    ///< Runs while the pointer is beyond an edge.
+    quint64 m_doubleClickTime = 0; ///< In the milliseconds of events.
+    SerialWorker m_worker{};       ///< Measures lines and gathers what is copied.
     Job m_measureTask{};
+    Job m_copyTask{};
 };
 
 } // namespace vantrel

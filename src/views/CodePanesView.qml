@@ -74,65 +74,7 @@ FocusScope {
         }
     }
 
-    Flickable {
-        id: flick
-
-        anchors.top: header.bottom
-        anchors.bottom: sideways.visible ? sideways.top : parent.bottom
-        width: root.width
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        contentWidth: width
-        contentHeight: panes.contentHeight
-        interactive: false
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Changes in %1").arg(words.name)
-
-        CodePanesItem {
-            id: panes
-
-            objectName: "panes"
-            y: flick.contentY
-            width: flick.width
-            height: flick.height
-            diff: root.viewModel
-            theme: Theme
-            isDark: Theme.dark
-            contentY: flick.contentY
-            onMaximumContentXChanged: root.scrollSideways(contentX)
-        }
-
-        Repeater {
-            model: panes.visibleCards
-
-            HunkCardView {
-                x: Theme.spaceM
-                y: cardTop
-                width: flick.width - 2 * Theme.spaceM
-                onSelected: {
-                    keyboard.forceActiveFocus(Qt.MouseFocusReason);
-                    root.viewModel.select(hunkIndex);
-                }
-            }
-        }
-
-        WheelHandler {
-            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-            orientation: Qt.Vertical
-            target: null
-            onWheel: event => {
-                const isSideways = event.modifiers & Qt.ShiftModifier;
-                const dx = event.pixelDelta.x !== 0 ? event.pixelDelta.x : event.angleDelta.x / 2;
-                const dy = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2;
-                root.scrollSideways(panes.contentX - (isSideways ? dy : dx));
-                if (!isSideways) {
-                    root.scrollTo(flick.contentY - dy, false);
-                }
-            }
-        }
-    }
-
-    // The one tab stop of the panes.
+    // The one tab stop of the panes, below them, so that it takes no press from them.
     T.Control {
         id: keyboard
 
@@ -145,6 +87,9 @@ FocusScope {
             const page = flick.height - 2 * Theme.codeRowSize;
             event.accepted = true;
             root.isKeyHeld = event.isAutoRepeat;
+            if (panes.takeSelectionKey(event.key, event.modifiers)) {
+                return;
+            }
             switch (event.key) {
             case Qt.Key_Down:
             case Qt.Key_J:
@@ -180,12 +125,80 @@ FocusScope {
                 event.accepted = false;
             }
         }
+    }
 
-        FocusRing {
-            anchors.margins: 0
-            z: 1
-            visible: keyboard.visualFocus
+    Flickable {
+        id: flick
+
+        anchors.top: header.bottom
+        anchors.bottom: sideways.visible ? sideways.top : parent.bottom
+        width: root.width
+        clip: true
+        boundsBehavior: Flickable.StopAtBounds
+        contentWidth: width
+        contentHeight: panes.contentHeight
+        interactive: false
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Changes in %1").arg(words.name)
+
+        CodePanesItem {
+            id: panes
+
+            objectName: "panes"
+            y: flick.contentY
+            width: flick.width
+            height: flick.height
+            diff: root.viewModel
+            theme: Theme
+            isDark: Theme.dark
+            contentY: flick.contentY
+            onMaximumContentXChanged: root.scrollSideways(contentX)
+            onPressed: keyboard.forceActiveFocus(Qt.MouseFocusReason)
+            onCardClicked: card => root.viewModel.select(card)
+            onScrollRequested: (x, y) => {
+                root.scrollSideways(x);
+                root.scrollTo(y, false);
+            }
         }
+
+        Repeater {
+            model: panes.visibleCards
+
+            HunkCardView {
+                x: Theme.spaceM
+                y: cardTop
+                width: flick.width - 2 * Theme.spaceM
+                onSelected: root.viewModel.select(hunkIndex)
+            }
+        }
+
+        // Each takes one direction of a wheel or touchpad.
+        WheelHandler {
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            orientation: Qt.Vertical
+            target: null
+            onWheel: event => {
+                const distance = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2;
+                if (event.modifiers & Qt.ShiftModifier) {
+                    root.scrollSideways(panes.contentX - distance);
+                } else {
+                    root.scrollTo(flick.contentY - distance, false);
+                }
+            }
+        }
+
+        WheelHandler {
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            orientation: Qt.Horizontal
+            target: null
+            onWheel: event => root.scrollSideways(panes.contentX - (event.pixelDelta.x !== 0 ? event.pixelDelta.x : event.angleDelta.x / 2))
+        }
+    }
+
+    FocusRing {
+        anchors.fill: flick
+        anchors.margins: 0
+        visible: keyboard.visualFocus
     }
 
     NumberAnimation {

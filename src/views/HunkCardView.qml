@@ -3,7 +3,8 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Vantrel
 
-/// What lies over a drawn hunk card: its head's words and tag, and the whole as a thing to click.
+/// What lies over a drawn hunk card: its head's words and tag, and what screen readers find. Presses
+/// go through it to the panes.
 Item {
     id: root
 
@@ -16,6 +17,7 @@ Item {
     required property bool isExplaining
     required property bool isSelected
     required property string accessibleName
+    required property QtObject rows
 
     signal selected
 
@@ -25,14 +27,10 @@ Item {
     Accessible.selected: root.isSelected
     Accessible.onPressAction: root.selected()
 
-    TapHandler {
-        onTapped: root.selected()
-    }
-
     HoverHandler {
         id: hover
 
-        cursorShape: hover.point.position.y < Theme.cardHeadSize ? Qt.PointingHandCursor : Qt.ArrowCursor
+        cursorShape: hover.point.position.y < Theme.cardHeadSize ? Qt.PointingHandCursor : Qt.IBeamCursor
     }
 
     PlainLabel {
@@ -90,5 +88,21 @@ Item {
         anchors.rightMargin: Theme.spaceM
         y: Theme.hairlineWidth + (Theme.cardHeadSize - height) / 2
         visible: root.isExplaining
+    }
+
+    // The rows are painted elsewhere: these are there for screen readers alone, and while one is.
+    Repeater {
+        model: root.rows
+
+        Item {
+            required property real rowTop
+            required property string accessibleName
+
+            y: rowTop
+            width: root.width
+            height: Theme.codeRowSize
+            Accessible.role: Accessible.Row
+            Accessible.name: accessibleName
+        }
     }
 }

@@ -4,7 +4,18 @@
 
 #include <QList>
 
+#include <optional>
+
 namespace vantrel {
+
+/// A row of a card.
+struct PaneRow
+{
+    int card = 0;
+    int row = 0;
+
+    bool operator==(const PaneRow &) const = default;
+};
 
 /// Where the cards of a file's hunks lie below one another, in pixels. A card is a head, rows of
 /// one height and an end within a border; cards stand apart by a gap. The heights differ from card
@@ -29,6 +40,18 @@ public:
 
     /// The first card that reaches below `y`; the number of cards when none does.
     [[nodiscard]] int firstCardBelow(qreal y) const;
+
+    [[nodiscard]] int rowCount(int card) const;
+    [[nodiscard]] qreal rowTop(PaneRow row) const
+    {
+        return rowsTop(row.card) + qreal(row.row) * rowHeight;
+    }
+
+    /// The row at `y`; none on heads, ends and gaps.
+    [[nodiscard]] std::optional<PaneRow> rowAt(qreal y) const;
+
+    /// The row that is nearest to `y`; none when no card has any.
+    [[nodiscard]] std::optional<PaneRow> nearestRow(qreal y) const;
 
 private:
     QList<qreal> m_bottoms{};

@@ -41,39 +41,26 @@ void VisibleCardModel::setDiff(DiffViewModel *diff)
     });
 }
 
-void VisibleCardModel::setWindow(const PanesLayout &layout, int first, int end)
+void VisibleCardModel::setWindow(const PanesLayout &layout, qreal top, qreal height)
 {
     m_layout = layout;
-    if (first >= m_end || end <= m_first) {
-        forget(); // Nothing of the former window stays in view.
-        m_first = first;
-        m_end = first;
+    m_top = top;
+    m_height = height;
+    const int first = layout.firstCardBelow(top);
+    int end = first;
+    while (end < layout.cardCount() && layout.cardTop(end) < top + height) {
+        ++end;
     }
-    if (first > m_first) {
-        beginRemoveRows({}, 0, first - m_first - 1);
-        m_first = first;
-        endRemoveRows();
-    }
-    if (end < m_end) {
-        beginRemoveRows({}, end - m_first, m_end - m_first - 1);
-        m_end = end;
-        endRemoveRows();
-    }
-    if (first < m_first) {
-        beginInsertRows({}, 0, m_first - first - 1);
-        m_first = first;
-        endInsertRows();
-    }
-    if (end > m_end) {
-        beginInsertRows({}, m_end - m_first, end - m_first - 1);
-        m_end = end;
-        endInsertRows();
-    }
+    moveWindow(first, end);
+    showRows();
 }
 
-int VisibleCardModel::rowCount(const QModelIndex &parent) const
+void VisibleCardModel::setHasReader(bool hasReader)
 {
-    return parent.isValid() ? 0 : m_end - m_first;
+    if (hasReader != m_hasReader) {
+        m_hasReader = hasReader;
+        showRows();
+    }
 }
 
 QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
@@ -81,7 +68,7 @@ QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
     if (!m_diff || !checkIndex(index, CheckIndexOption::IndexIsValid)) {
         return {};
     }
-    const int hunkIndex = m_first + index.row();
+    const int hunkIndex = firstShown() + index.row();
     const Hunk &hunk = m_diff->hunks().at(hunkIndex);
     const HunkExplanation *const explanation = hunk.explanationState.value();
     const QString header = hunk.header.toString();
@@ -108,6 +95,8 @@ QVariant VisibleCardModel::data(const QModelIndex &index, int role) const
                    ? position + u", "_s + header
                    : position + u", "_s + shownText(explanation->tag) + u", "_s + header;
     }
+    case RowsRole:
+        return QVariant::fromValue<QAbstractItemModel *>(m_rows.value(hunkIndex));
     default:
         return {};
     }
@@ -123,23 +112,54 @@ QHash<int, QByteArray> VisibleCardModel::roleNames() const
             {TagRole, "tag"},
             {IsExplainingRole, "isExplaining"},
             {IsSelectedRole, "isSelected"},
-            {AccessibleNameRole, "accessibleName"}};
+            {AccessibleNameRole, "accessibleName"},
+            {RowsRole, "rows"}};
 }
 
 void VisibleCardModel::forget()
 {
-    if (m_end > m_first) {
-        beginRemoveRows({}, 0, m_end - m_first - 1);
-        m_first = 0;
-        m_end = 0;
-        endRemoveRows();
+    closeWindow();
+    showRows();
+}
+
+void VisibleCardModel::showRows()
+{
+    for (auto entry = m_rows.begin(); entry != m_rows.end();) {
+        if (m_hasReader && isShown(entry.key())) {
+            ++entry;
+            continue;
+        }
+        // Views may still hold it in this turn.
+        VisibleRowModel *const rows = entry.value();
+        const int card = entry.key();
+        entry = m_rows.erase(entry);
+        announce(card, {RowsRole});
+        rows->deleteLater();
+    }
+    if (!m_hasReader || !m_diff) {
+        return;
+    }
+    for (int card = firstShown(); isShown(card); ++card) {
+        const bool isNew = !m_rows.contains(card);
+        if (isNew) {
+            m_rows.insert(card, new VisibleRowModel(*m_diff, card, this));
+        }
+        const qreal above = m_top - m_layout.rowsTop(card);
+        const auto row = [&](qreal y) {
+            return std::clamp(int(y / PanesLayout::rowHeight), 0, m_layout.rowCount(card));
+        };
+        m_rows.value(card)->setWindow(row(above),
+                                      row(above + m_height + PanesLayout::rowHeight - 1));
+        if (isNew) {
+            announce(card, {RowsRole});
+        }
     }
 }
 
 void VisibleCardModel::announce(int hunkIndex, const QList<int> &roles)
 {
-    if (hunkIndex >= m_first && hunkIndex < m_end) {
-        const QModelIndex changed = index(hunkIndex - m_first);
+    if (isShown(hunkIndex)) {
+        const QModelIndex changed = index(hunkIndex - firstShown());
         Q_EMIT dataChanged(changed, changed, roles);
     }
 }

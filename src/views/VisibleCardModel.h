@@ -2,15 +2,19 @@
 
 #include "app/DiffViewModel.h"
 #include "views/PanesLayout.h"
+#include "views/VisibleRowModel.h"
+#include "views/WindowedListModel.h"
 
-#include <QAbstractListModel>
+#include <QHash>
 #include <QPointer>
 
 namespace vantrel {
 
 /// The hunk cards that are in view, a row each, for what lies over the drawn panes: heads to click,
 /// tags, names for screen readers. Signals exactly the cards that come, go or change.
-class VisibleCardModel final : public QAbstractListModel
+///
+/// The rows of these cards are listed only while a screen reader is there. Thread: interface.
+class VisibleCardModel final : public WindowedListModel
 {
     Q_OBJECT
 
@@ -25,27 +29,32 @@ public:
         IsExplainingRole,                 ///< bool
         IsSelectedRole,                   ///< bool
         AccessibleNameRole,               ///< QString
+        RowsRole, ///< VisibleRowModel *: null while no screen reader is there
     };
 
-    using QAbstractListModel::QAbstractListModel;
+    using WindowedListModel::WindowedListModel;
 
     void setDiff(DiffViewModel *diff);
 
-    /// Shows the cards from `first` to before `end`.
-    void setWindow(const PanesLayout &layout, int first, int end);
+    /// Shows the cards, and their rows, that reach into the `height` pixels below `top`.
+    void setWindow(const PanesLayout &layout, qreal top, qreal height);
 
-    [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
+    void setHasReader(bool hasReader);
+
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
 
 private:
     void forget();
+    void showRows();
     void announce(int hunkIndex, const QList<int> &roles);
 
     QPointer<DiffViewModel> m_diff{};
     PanesLayout m_layout{};
-    int m_first = 0;
-    int m_end = 0;
+    qreal m_top = 0;
+    qreal m_height = 0;
+    bool m_hasReader = false;
+    QHash<int, VisibleRowModel *> m_rows{}; ///< By card; each is a child of this.
     int m_selected = 0;
 };
 

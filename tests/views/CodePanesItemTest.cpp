@@ -2,11 +2,15 @@
 
 #include "OpenedFile.h"
 #include "Samples.h"
+#include "support/Spin.h"
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
 
 namespace vantrel::test {
@@ -37,7 +41,8 @@ void fillTheme(QObject &theme)
         {"diffAddedInk", Qt::darkGreen},
         {"diffDeletedInk", Qt::darkRed},
         {"diffSelected", Qt::white},
-        {"diffSelectedGutter", QColor(210, 210, 255)}};
+        {"diffSelectedGutter", QColor(210, 210, 255)},
+        {"selection", QColor(100, 100, 255)}};
     for (const auto &[name, color] : colors) {
         theme.setProperty(name, color);
     }
@@ -76,6 +81,55 @@ public:
         QPainter painter(&image);
         m_item.paint(&painter);
         return image;
+    }
+
+    /// Where a column of the first card's row is drawn on the left or right side.
+    [[nodiscard]] QPointF place(CodeSide side, int row, qreal column) const
+    {
+        const qreal cell = side == CodeSide::before ? 13 : 450;
+        return {cell + 44 + 18 + 3 + column * m_item.columnWidth() - m_item.contentX(),
+                12 + 1 + 32 + row * 20 + 10 - m_item.contentY()};
+    }
+
+    void send(QEvent::Type type, QPointF point, quint64 time = 0)
+    {
+        const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        QMouseEvent event(type, point, point, Qt::LeftButton, held, Qt::NoModifier);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(&m_item, &event);
+    }
+
+    void press(QPointF point, quint64 time = 100'000)
+    {
+        send(QEvent::MouseButtonPress, point, time);
+    }
+
+    void click(QPointF point, quint64 time)
+    {
+        press(point, time);
+        send(QEvent::MouseButtonRelease, point, time);
+    }
+
+    void drag(QPointF from, QPointF to)
+    {
+        press(from);
+        send(QEvent::MouseMove, from + (to - from) / 2);
+        send(QEvent::MouseMove, to);
+        send(QEvent::MouseButtonRelease, to);
+    }
+
+    bool type(int key, Qt::KeyboardModifiers modifiers = Qt::ShiftModifier)
+    {
+        return m_item.takeSelectionKey(key, int(modifiers.toInt()));
+    }
+
+    /// What Ctrl+C puts into the clipboard.
+    QString copied()
+    {
+        QGuiApplication::clipboard()->clear();
+        type(Qt::Key_C, Qt::ControlModifier);
+        runUntil([] { return !QGuiApplication::clipboard()->text().isEmpty(); });
+        return QGuiApplication::clipboard()->text();
     }
 
 private:
@@ -181,6 +235,221 @@ TEST(CodePanesItem, MarksTheSelectedCard)
 
     EXPECT_EQ(picture.pixelColor(firstHead), QColor(240, 240, 240));
     EXPECT_EQ(picture.pixelColor(secondHead), QColor(200, 200, 255));
+}
+
+/// Rows: a tab and two words; an added line that is not there before; the end.
+FileChange fileOfThreeRows()
+{
+    const auto line = [](RawLineKind kind, const QString &text) {
+        return RawDiffLine{kind, TextSlice::fromString(text)};
+    };
+    RawHunk hunk = changedLine(1, QString(), QString());
+    hunk.lines = {line(RawLineKind::context, u"\tif (a_b) {\u200B"_s),
+                  line(RawLineKind::addition, u"漢字 = 1;"_s),
+                  line(RawLineKind::context, u"} // end"_s)};
+    return changedFile(u"a.cpp"_s, {hunk});
+}
+
+TEST(CodePanesItem, ADragOverTextSelectsTheCharactersOfItsSide)
+{
+    Panes panes(fileOfThreeRows());
+
+    panes.drag(panes.place(CodeSide::after, 0, 4), panes.place(CodeSide::before, 2, 3));
+    EXPECT_EQ(panes.item().selection().side(), CodeSide::after);
+    EXPECT_EQ(panes.copied(), u"if (a_b) {\u200B\n漢字 = 1;\n"_s);
+
+    panes.drag(panes.place(CodeSide::before, 2, 3), panes.place(CodeSide::before, 0, 7));
+    EXPECT_EQ(panes.copied(), u"(a_b) {\u200B\n} /"_s);
+}
+
+TEST(CodePanesItem, ADragHitsTheCharactersThatAreDrawnThere)
+{
+    Panes panes(fileOfThreeRows());
+
+    panes.drag(panes.place(CodeSide::after, 1, 2), panes.place(CodeSide::after, 1, 6));
+    EXPECT_EQ(panes.copied(), u"字 ="_s) << "wide characters take two columns";
+
+    panes.drag(panes.place(CodeSide::before, 0, 2.2), panes.place(CodeSide::before, 0, 5));
+    EXPECT_EQ(panes.copied(), u"i"_s) << "behind the middle of the tab";
+}
+
+TEST(CodePanesItem, ADragInAScrolledLineHitsWhatIsInView)
+{
+    Panes panes(fileWithLine(u"0123456789"_s.repeated(20)));
+    panes.item().setContentX(35.5 * panes.item().columnWidth());
+
+    panes.drag(panes.place(CodeSide::before, 0, 42), panes.place(CodeSide::before, 0, 45));
+
+    EXPECT_EQ(panes.copied(), u"234"_s);
+}
+
+TEST(CodePanesItem, ADragInTheGutterSelectsLines)
+{
+    Panes panes(fileOfThreeRows());
+    const QPointF gutter(460, panes.place(CodeSide::after, 1, 0).y());
+
+    panes.drag(gutter, gutter + QPointF(0, 20));
+
+    EXPECT_EQ(panes.copied(), u"漢字 = 1;\n} // end"_s);
+}
+
+TEST(CodePanesItem, AClickSelectsNothingAndEndsASelection)
+{
+    Panes panes(fileOfThreeRows());
+    panes.drag(panes.place(CodeSide::after, 0, 4), panes.place(CodeSide::after, 2, 3));
+    EXPECT_FALSE(panes.item().selection().isEmpty());
+
+    panes.click(QPointF(460, panes.place(CodeSide::after, 1, 0).y()), 100'000);
+
+    EXPECT_TRUE(panes.item().selection().isEmpty());
+}
+
+TEST(CodePanesItem, TwoClicksSelectAWordAndThreeALine)
+{
+    Panes panes(fileOfThreeRows());
+    const QPointF place = panes.place(CodeSide::before, 0, 9);
+    panes.click(place, 100'000);
+
+    panes.send(QEvent::MouseButtonDblClick, place, 100'100);
+    panes.send(QEvent::MouseButtonRelease, place, 100'150);
+    EXPECT_EQ(panes.copied(), u"a_b"_s);
+
+    panes.click(place, 100'200);
+    EXPECT_EQ(panes.copied(), u"\tif (a_b) {\u200B"_s);
+
+    panes.click(place, 100'300);
+    EXPECT_TRUE(panes.item().selection().isEmpty()) << "a fourth click is a first one";
+}
+
+TEST(CodePanesItem, ALateThirdClickSelectsNoLine)
+{
+    Panes panes(fileOfThreeRows());
+    const QPointF place = panes.place(CodeSide::before, 0, 9);
+    panes.send(QEvent::MouseButtonDblClick, place, 100'100);
+    panes.send(QEvent::MouseButtonRelease, place, 100'150);
+
+    panes.click(place, 110'000);
+
+    EXPECT_TRUE(panes.item().selection().isEmpty());
+}
+
+TEST(CodePanesItem, AClickAnywhereOnACardIsTold)
+{
+    Panes panes(changedFile(u"a.cpp"_s, 3));
+    QList<int> clicked;
+    QObject::connect(&panes.item(), &CodePanesItem::cardClicked, &panes.item(),
+                     [&clicked](int card) { clicked.append(card); });
+
+    panes.click(QPointF(300, 20), 100'000);            // On the first head,
+    panes.click(QPointF(300, 72 + 57), 110'000);       // the second row,
+    panes.click(QPointF(300, 144 + 12 + 58), 120'000); // and the third end.
+    panes.drag(QPointF(300, 20), QPointF(300, 60));
+
+    EXPECT_EQ(clicked, (QList<int>{0, 1, 2}));
+}
+
+TEST(CodePanesItem, APressBesideTheCardsIsLeftToOthers)
+{
+    Panes panes(fileOfThreeRows());
+
+    for (const QPointF place : {QPointF(300, 5), QPointF(5, 60), QPointF(300, 390)}) {
+        QMouseEvent press(QEvent::MouseButtonPress, place, place, Qt::LeftButton, Qt::LeftButton,
+                          Qt::NoModifier);
+        QCoreApplication::sendEvent(&panes.item(), &press);
+        EXPECT_FALSE(press.isAccepted());
+    }
+}
+
+TEST(CodePanesItem, ADragBeyondTheEdgeScrolls)
+{
+    RawHunk high = changedLine(1, u"a"_s, u"b"_s);
+    high.lines =
+        QList<RawDiffLine>(100, RawDiffLine{RawLineKind::context, TextSlice::fromString(u"x"_s)});
+    Panes panes(changedFile(u"a.cpp"_s, {high}));
+    CodePanesItem &item = panes.item();
+    QObject::connect(&item, &CodePanesItem::scrollRequested, &item,
+                     [&item](qreal, qreal y) { item.setContentY(y); });
+    const QPointF start = panes.place(CodeSide::after, 3, 0);
+    panes.press(start);
+
+    panes.send(QEvent::MouseMove, QPointF(start.x(), viewport.height() + 100));
+    spinUntil([&item] { return item.contentY() > 500; });
+    panes.send(QEvent::MouseButtonRelease, QPointF(start.x(), viewport.height() + 100));
+
+    EXPECT_GT(item.selection().end().row, (500 + viewport.height() - 45) / 20 - 2);
+    EXPECT_EQ(item.selection().start(), (CodePosition{0, 3, 0}));
+}
+
+TEST(CodePanesItem, KeysExtendFromTheFirstRowInView)
+{
+    Panes panes(fileOfThreeRows());
+
+    EXPECT_TRUE(panes.type(Qt::Key_Down));
+    EXPECT_TRUE(panes.type(Qt::Key_End));
+    EXPECT_EQ(panes.copied(), u"\tif (a_b) {\u200B\n漢字 = 1;"_s);
+
+    panes.type(Qt::Key_Up);
+    panes.type(Qt::Key_Home);
+    panes.type(Qt::Key_Right);
+    EXPECT_EQ(panes.copied(), u"\t"_s);
+    EXPECT_FALSE(panes.type(Qt::Key_Down, Qt::NoModifier)) << "steps to the next change";
+}
+
+TEST(CodePanesItem, KeysBringTheEndOfTheSelectionIntoView)
+{
+    Panes panes(fileWithLine(u"0123456789"_s.repeated(20)));
+    QPointF requested;
+    QObject::connect(&panes.item(), &CodePanesItem::scrollRequested, &panes.item(),
+                     [&requested](qreal x, qreal y) { requested = {x, y}; });
+
+    panes.type(Qt::Key_End);
+
+    EXPECT_GT(requested.x(), panes.item().maximumContentX() - 1);
+    EXPECT_EQ(requested.y(), 0);
+}
+
+TEST(CodePanesItem, OneSideOfTheSelectedCardIsSelectedAsAWhole)
+{
+    Panes panes(fileOfThreeRows());
+    panes.click(panes.place(CodeSide::before, 1, 0), 100'000);
+
+    EXPECT_TRUE(panes.type(Qt::Key_A, Qt::ControlModifier));
+
+    EXPECT_EQ(panes.copied(), u"\tif (a_b) {\u200B\n} // end"_s);
+}
+
+TEST(CodePanesItem, EscapeClearsASelectionAndIsElseLeftToOthers)
+{
+    Panes panes(fileOfThreeRows());
+    panes.type(Qt::Key_Right);
+
+    EXPECT_TRUE(panes.type(Qt::Key_Escape, Qt::NoModifier));
+    EXPECT_TRUE(panes.item().selection().isEmpty());
+    EXPECT_FALSE(panes.type(Qt::Key_Escape, Qt::NoModifier));
+}
+
+TEST(CodePanesItem, DrawsTheSelectionBelowTheTextOfItsSide)
+{
+    Panes panes(fileOfThreeRows());
+    const QColor selected(100, 100, 255);
+    const auto isSelected = [&](const QImage &picture, CodeSide side, int row, qreal column) {
+        const QPointF place = panes.place(side, row, column) - QPointF(0, 9);
+        return picture.pixelColor(place.toPoint()) == selected;
+    };
+
+    panes.drag(panes.place(CodeSide::after, 0, 4), panes.place(CodeSide::after, 2, 3));
+    const QImage picture = panes.picture();
+
+    EXPECT_FALSE(isSelected(picture, CodeSide::after, 0, 3));
+    EXPECT_TRUE(isSelected(picture, CodeSide::after, 0, 5));
+    EXPECT_TRUE(isSelected(picture, CodeSide::after, 0, 40)) << "up to the edge";
+    EXPECT_TRUE(isSelected(picture, CodeSide::after, 1, 0.5));
+    EXPECT_TRUE(isSelected(picture, CodeSide::after, 2, 2.5));
+    EXPECT_FALSE(isSelected(picture, CodeSide::after, 2, 4));
+    EXPECT_FALSE(isSelected(picture, CodeSide::before, 0, 5));
+
+    panes.item().setContentY(20);
+    EXPECT_TRUE(isSelected(panes.picture(), CodeSide::after, 1, 0.5)) << "it scrolls along";
 }
 
 } // namespace

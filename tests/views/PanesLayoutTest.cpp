@@ -43,5 +43,33 @@ TEST(PanesLayout, FindsTheFirstCardThatReachesBelowAPosition)
     EXPECT_EQ(layout.firstCardBelow(layout.contentHeight()), 3);
 }
 
+TEST(PanesLayout, FindsTheRowAtAPosition)
+{
+    const PanesLayout layout({hunkOf(6), hunkOf(1)});
+
+    EXPECT_EQ(layout.rowAt(layout.rowsTop(0) - 1), std::nullopt) << "on a head";
+    EXPECT_EQ(layout.rowAt(layout.rowsTop(0)), (PaneRow{0, 0}));
+    EXPECT_EQ(layout.rowAt(layout.rowsTop(0) + 119), (PaneRow{0, 5}));
+    EXPECT_EQ(layout.rowAt(layout.rowsTop(0) + 120), std::nullopt) << "on an end";
+    EXPECT_EQ(layout.rowAt(layout.rowsTop(1)), (PaneRow{1, 0}));
+    EXPECT_EQ(layout.rowAt(layout.contentHeight()), std::nullopt);
+    EXPECT_EQ(layout.rowTop(PaneRow{1, 0}), layout.rowsTop(1));
+}
+
+TEST(PanesLayout, FindsTheNearestRow)
+{
+    const PanesLayout layout({hunkOf(6), hunkOf(0), hunkOf(1)});
+
+    EXPECT_EQ(layout.nearestRow(-5), (PaneRow{0, 0}));
+    EXPECT_EQ(layout.nearestRow(layout.rowsTop(0) + 25), (PaneRow{0, 1}));
+    EXPECT_EQ(layout.nearestRow(layout.cardBottom(0) + 1), (PaneRow{0, 5})) << "in a gap";
+    EXPECT_EQ(layout.nearestRow(layout.cardTop(1) + 1), (PaneRow{0, 5})) << "in an empty card";
+    EXPECT_EQ(layout.nearestRow(layout.cardTop(2) + 1), (PaneRow{2, 0})) << "on its head";
+    EXPECT_EQ(layout.nearestRow(layout.contentHeight() + 50), (PaneRow{2, 0}));
+    EXPECT_EQ(PanesLayout({hunkOf(0), hunkOf(2)}).nearestRow(0), (PaneRow{1, 0}));
+    EXPECT_EQ(PanesLayout({hunkOf(0)}).nearestRow(0), std::nullopt);
+    EXPECT_EQ(PanesLayout().nearestRow(0), std::nullopt);
+}
+
 } // namespace
 } // namespace vantrel::test

@@ -33,7 +33,24 @@ protected:
                          });
     }
 
-    void show(int first, int end) { model.setWindow(PanesLayout(file.diff().hunks()), first, end); }
+    /// The cards from `first` to before `end`, just as high.
+    void show(int first, int end)
+    {
+        const PanesLayout layout(file.diff().hunks());
+        const qreal top = layout.cardTop(first);
+        model.setWindow(layout, top, layout.cardBottom(end - 1) - top);
+    }
+
+    /// The names of the rows of a card in view.
+    QStringList rowsOf(int row) const
+    {
+        auto *const rows = value(row, VisibleCardModel::RowsRole).value<QAbstractItemModel *>();
+        QStringList names;
+        for (int i = 0; rows != nullptr && i < rows->rowCount(); ++i) {
+            names.append(rows->index(i, 0).data(VisibleRowModel::AccessibleNameRole).toString());
+        }
+        return names;
+    }
 
     QVariant value(int row, int role) const { return model.data(model.index(row), role); }
 
@@ -123,11 +140,77 @@ TEST_F(VisibleCardModelTest, SplitsAHeaderBehindItsClosingMarker)
     OpenedFile other(changedFile(u"b.cpp"_s, {hunk}));
     model.setDiff(&other.diff());
 
-    model.setWindow(PanesLayout(other.diff().hunks()), 0, 1);
+    model.setWindow(PanesLayout(other.diff().hunks()), 0, 100);
 
     EXPECT_EQ(value(0, VisibleCardModel::RangeRole), u"@@ -1 +1 @@"_s);
     EXPECT_EQ(value(0, VisibleCardModel::SectionRole), u"void f() { @@"_s);
     model.setDiff(nullptr);
+}
+
+TEST_F(VisibleCardModelTest, ListsRowsOnlyForAReader)
+{
+    show(0, 2);
+    EXPECT_EQ(rowsOf(0), QStringList());
+
+    model.setHasReader(true);
+    EXPECT_EQ(rowsOf(0), QStringList(u"Before 1, deleted: old 0 After 1, added: new 0"_s));
+    show(1, 3);
+    EXPECT_EQ(rowsOf(1), QStringList(u"Before 21, deleted: old 2 After 21, added: new 2"_s));
+
+    model.setHasReader(false);
+    EXPECT_EQ(rowsOf(1), QStringList());
+}
+
+TEST_F(VisibleCardModelTest, ListsTheRowsOfACardThatAreInView)
+{
+    RawHunk hunk = changedLine(1, u"a"_s, u"b"_s);
+    hunk.lines =
+        QList<RawDiffLine>(50, RawDiffLine{RawLineKind::context, TextSlice::fromString(u"same"_s)});
+    OpenedFile other(changedFile(u"b.cpp"_s, {hunk}));
+    const PanesLayout layout(other.diff().hunks());
+    model.setDiff(&other.diff());
+    model.setHasReader(true);
+
+    model.setWindow(layout, layout.rowsTop(0) + 9 * 20 + 1, 20);
+    EXPECT_EQ(rowsOf(0),
+              (QStringList{u"Before 10, after 10: same"_s, u"Before 11, after 11: same"_s}));
+    model.setWindow(layout, layout.rowsTop(0) + 10 * 20, 20);
+    EXPECT_EQ(rowsOf(0), (QStringList{u"Before 11, after 11: same"_s}));
+    model.setDiff(nullptr);
+}
+
+DiffRow rowOf(const DiffLine &left, const DiffLine &right)
+{
+    DiffRow row;
+    row.left = left;
+    row.right = right;
+    return row;
+}
+
+TEST(AccessibleRowName, SaysWhatBecameOfTheLine)
+{
+    const DiffLine filler{std::nullopt, {}, DiffLineKind::filler};
+    const DiffLine deleted{43, TextSlice::fromString(u"a();"_s), DiffLineKind::deletion};
+    const DiffLine added{44, TextSlice::fromString(u"b();"_s), DiffLineKind::addition};
+    const DiffLine kept{45, TextSlice::fromString(u"c();"_s), DiffLineKind::context};
+
+    EXPECT_EQ(accessibleRowName(rowOf(deleted, added)),
+              u"Before 43, deleted: a(); After 44, added: b();"_s);
+    EXPECT_EQ(accessibleRowName(rowOf(deleted, filler)), u"Before 43, deleted: a();"_s);
+    EXPECT_EQ(accessibleRowName(rowOf(filler, added)), u"After 44, added: b();"_s);
+    EXPECT_EQ(accessibleRowName(rowOf(kept, kept)), u"Before 45, after 45: c();"_s);
+}
+
+TEST(AccessibleRowName, NamesInvisibleCharactersAndEndsLongLines)
+{
+    const DiffLine filler{std::nullopt, {}, DiffLineKind::filler};
+    const DiffLine marked{1, TextSlice::fromString(u"\ta\u202Eb\r"_s), DiffLineKind::addition};
+    const DiffLine endless{2, TextSlice::fromString(QString(100'000, u'x')),
+                           DiffLineKind::addition};
+
+    EXPECT_EQ(accessibleRowName(rowOf(filler, marked)), u"After 1, added:     a‹202E›b␍"_s);
+    EXPECT_EQ(accessibleRowName(rowOf(filler, endless)),
+              u"After 2, added: "_s + QString(500, u'x') + u'…');
 }
 
 } // namespace

@@ -156,6 +156,97 @@ Item {
             compare(screen.panes().contentY, 0);
         }
 
+        function test_aWheelScrollsSideways_data(): var {
+            return [
+                { tag: "sideways", dx: -240, dy: 0, modifiers: Qt.NoModifier },
+                { tag: "with Shift", dx: 0, dy: -240, modifiers: Qt.ShiftModifier }
+            ];
+        }
+
+        function test_aWheelScrollsSideways(data: var): void {
+            driver.openRepository();
+            driver.answerFileOfLine("0123456789".repeat(30));
+            tryVerify(() => driver.root.fileList.hasLoaded);
+            driver.root.fileList.openFile(0);
+            tryVerify(() => driver.root.diff !== null && !driver.root.diff.isLoading);
+            tryVerify(() => screen.panes().maximumContentX > 0);
+
+            mouseWheel(screen.panes(), 200, 60, data.dx, data.dy, Qt.NoButton, data.modifiers);
+            compare(screen.panes().contentX, 120);
+            mouseWheel(screen.panes(), 200, 60, 100 * data.dx, 100 * data.dy, Qt.NoButton, data.modifiers);
+
+            compare(screen.panes().contentX, Math.round(screen.panes().maximumContentX));
+            compare(screen.panes().contentY, 0);
+        }
+
+        function test_theSelectedHunkStaysInViewWhenTheWindowGetsLower(): void {
+            screen.openDiff([60]);
+            for (let i = 0; i < 8; ++i) {
+                keyClick(Qt.Key_Down);
+            }
+            compare(screen.panes().contentY, 0);
+
+            window.height = 500;
+
+            const card = screen.expectNamed("Change 9 of 60, @@ -81 +81 @@");
+            const top = card.mapToItem(screen.panes(), 0, 0).y;
+            verify(top >= 0);
+            verify(top + card.height <= screen.panes().height);
+        }
+
+        function test_aHunkThatIsOutOfViewStaysThereWhenTheWindowGetsLower(): void {
+            screen.openDiff([60]);
+            keyClick(Qt.Key_PageDown);
+            keyClick(Qt.Key_PageDown);
+            const before = screen.panes().contentY;
+
+            window.height = 500;
+
+            compare(screen.panes().contentY, before);
+        }
+
+        function test_aDragSelectsCodeThatIsCopied(): void {
+            screen.openDiff([3]);
+            const panes = screen.panes();
+            const middle = panes.width / 2;
+
+            mousePress(panes, 100, 55);
+            mouseMove(panes, 200, 90, -1, Qt.LeftButton);
+            mouseMove(panes, 300, 127, -1, Qt.LeftButton);
+            mouseRelease(panes, 300, 127);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+            tryVerify(() => driver.clipboard().endsWith("old 1"), 5000, driver.clipboard());
+            compare(driver.root.diff.selectedHunkIndex, 0);
+
+            mouseDoubleClickSequence(panes, middle + 75, 127);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+            tryVerify(() => driver.clipboard() === "new");
+        }
+
+        function test_escapeEndsASelectionBeforeItLeadsBack(): void {
+            screen.openDiff([3]);
+            keyClick(Qt.Key_Down, Qt.ShiftModifier);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+            tryVerify(() => driver.clipboard() === "new 0\n");
+            compare(driver.root.diff.selectedHunkIndex, 0);
+
+            keyClick(Qt.Key_Escape);
+            verify(driver.root.diff !== null);
+            keyClick(Qt.Key_Escape);
+
+            screen.expectNamed("All projects");
+        }
+
+        function test_keysSelectASideAsAWhole(): void {
+            screen.openDiff([3]);
+            keyClick(Qt.Key_Down);
+
+            keyClick(Qt.Key_A, Qt.ControlModifier);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+
+            tryVerify(() => driver.clipboard() === "new 1");
+        }
+
         function test_onlyCardsInViewAreMade(): void {
             screen.openDiff([5000]);
 
@@ -279,18 +370,40 @@ Item {
         function test_everyTextIsPlain(): void {
             screen.openDiff([2]);
             tryVerify(() => driver.explanationCount() === 2);
-            driver.complete("<b>Tag</b>", "<img src='http://127.0.0.1/x.png'> *prose*", ["<i>point</i>"]);
+            const address = driver.temptingAddress();
+            driver.complete("<b>Tag</b>", `<img src='${address}'> ![a](${address}) *prose*`, ["<i>point</i>"]);
             screen.expectNamed("<b>Tag</b>");
             let count = 0;
 
             screen.walk(window, item => {
-                if (item instanceof Text) {
+                if (item instanceof Text || item instanceof TextEdit) {
                     compare(item.textFormat, Text.PlainText, item.text);
                     ++count;
                 }
             });
+            grabImage(window);
+            grabImage(window);
 
             verify(count > 10);
+            verify(screen.named(`<img src='${address}'> a (${address}) prose`) !== null);
+            verify(screen.named("<i>point</i>") !== null);
+            compare(driver.isTempted(), false);
+        }
+
+        function test_theExplanationIsCopiedFromTheKeyboard(): void {
+            screen.openDiff([1]);
+            tryVerify(() => driver.explanationCount() === 1);
+            driver.complete("Tag", "*Plums* keep.", []);
+            const prose = screen.expectNamed("Plums keep.");
+
+            mouseDoubleClickSequence(prose, 10, 10);
+            keyClick(Qt.Key_C, Qt.ControlModifier);
+
+            compare(driver.clipboard(), "Plums");
+            keyClick(Qt.Key_Escape);
+            compare(prose.selectedText, "");
+            keyClick(Qt.Key_Escape);
+            screen.expectNamed("All projects");
         }
     }
 }

@@ -62,9 +62,24 @@ SampleAIService::Explanation withoutKey()
 SampleAIService::Answer wholeAnswer()
 {
     SampleAIService::Answer answer;
-    answer.text = u"HttpClient::send does. It lets the exception pass after one retry, and the "
+    answer.text = u"`HttpClient::send` does. It lets the exception pass after one retry, and the "
                   "session screen turns it into the sign-in page. The background sync does not "
                   "catch it yet, so a revoked token ends that thread."_s;
+    answer.isComplete = true;
+    return answer;
+}
+
+SampleAIService::Answer answerInMarkdown()
+{
+    SampleAIService::Answer answer;
+    answer.text = u"Test **both** ways out of `refresh()`:\n\n"
+                  "1. two callers at once get *one* request\n"
+                  "2. a 400 reply throws `SignInRequired`\n\n"
+                  "```cpp\n"
+                  "EXPECT_THROW(store.refresh(\"old\"),\n"
+                  "             SignInRequired);\n"
+                  "```\n"
+                  "See [the gate](docs/token-refresh.md) for &lt;T&gt; and <b>others</b>."_s;
     answer.isComplete = true;
     return answer;
 }
@@ -177,12 +192,14 @@ const QList<Scene::State> &Scene::all()
              auto *const panes = scene.m_window->findChild<CodePanesItem *>();
              panes->setContentX(panes->maximumContentX());
          }},
+        {u"diff-selection"_s, [](Scene &scene) { scene.showSelection(); }},
         {u"diff-failed"_s, [](Scene &scene) { scene.showTokenStore(withoutKey()); }},
         {u"diff-no-changes"_s,
          [](Scene &scene) { scene.showFile(static_cast<int>(SampleRow::withoutText)); }},
         {u"diff-git-error"_s, [](Scene &scene) { scene.showGitErrorOfDiff(); }},
         {u"diff-thinking"_s, [](Scene &scene) { scene.showQuestion({}); }},
         {u"diff-chat"_s, [](Scene &scene) { scene.showQuestion(wholeAnswer()); }},
+        {u"diff-chat-markdown"_s, [](Scene &scene) { scene.showQuestion(answerInMarkdown()); }},
         {u"diff-chat-error"_s, [](Scene &scene) { scene.showFailedQuestion(); }},
         {u"keychain-notice"_s, [](Scene &scene) { scene.showNotice(); }},
     };
@@ -287,6 +304,16 @@ void Scene::showLoadedTokenStore()
     showTokenStore(completed(1));
     const DiffViewModel &diff = *m_rootViewModel->diff();
     wait([&diff] { return diff.hunks().last().explanationState.isLoaded(); });
+}
+
+void Scene::showSelection()
+{
+    showLoadedTokenStore();
+    auto *const panes = m_window->findChild<CodePanesItem *>();
+    for (int i = 0; i < 3; ++i) {
+        panes->takeSelectionKey(Qt::Key_Down, int(Qt::ShiftModifier));
+    }
+    panes->takeSelectionKey(Qt::Key_End, int(Qt::ShiftModifier));
 }
 
 void Scene::showQuestion(const SampleAIService::Answer &answer)

@@ -62,6 +62,7 @@ private:
     void showSummaries();
     void showTokenStore(const SampleAIService::Explanation &second);
     void showLoadedTokenStore();
+    void showSelection();
     void showQuestion(const SampleAIService::Answer &answer);
     void showFailedQuestion();
     void ask(const QString &question);
