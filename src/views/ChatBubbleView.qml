@@ -13,7 +13,7 @@ Item {
     required property string accessibleName
 
     readonly property bool isThinking: root.isStreaming && root.text === ""
-    readonly property real maximumWidth: Math.floor(0.84 * root.width)
+    readonly property real maximumWidth: Math.floor(Theme.bubbleRatio * root.width)
 
     implicitHeight: bubble.height
     Accessible.role: Accessible.ListItem

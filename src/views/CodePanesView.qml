@@ -51,7 +51,7 @@ FocusScope {
         color: Theme.window
 
         PlainLabel {
-            x: 25
+            x: Theme.beforeTextInsetSize
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("Before")
             font: Theme.captionFont
@@ -59,7 +59,7 @@ FocusScope {
             color: Theme.inkSecondary
         }
         PlainLabel {
-            x: Math.floor(root.width / 2) + 13
+            x: Math.floor(root.width / 2) + Theme.afterTextInsetSize
             anchors.verticalCenter: parent.verticalCenter
             text: qsTr("After")
             font: Theme.captionFont
@@ -229,7 +229,7 @@ FocusScope {
 
         anchors.bottom: parent.bottom
         width: root.width
-        height: 10
+        height: Theme.scrollBarSize
         visible: panes.maximumContentX > 0
         color: Theme.surface
 

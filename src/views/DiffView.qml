@@ -15,8 +15,8 @@ FocusScope {
     /// Where the keyboard goes in the file list after this screen.
     readonly property string filePath: toolbar.filePath
 
-    readonly property bool isNarrow: root.width < 1080
-    readonly property real defaultSidebarWidth: Math.max(340, Math.min(480, Math.round(0.297 * root.width)))
+    readonly property bool isNarrow: root.width < Theme.narrowSize
+    readonly property real defaultSidebarWidth: Math.max(Theme.sidebarDefaultMinSize, Math.min(Theme.sidebarDefaultMaxSize, Math.round(Theme.sidebarRatio * root.width)))
     readonly property real sidebarWidth: root.panelSizes.sidebarWidth > 0 ? root.panelSizes.sidebarWidth : root.defaultSidebarWidth
     readonly property real maximumBottomHeight: Math.max(Theme.panelMinSize, root.height / 2)
     readonly property real bottomHeight: Math.min(root.maximumBottomHeight, root.panelSizes.bottomHeight > 0 ? root.panelSizes.bottomHeight : Theme.panelSize)
@@ -55,7 +55,7 @@ FocusScope {
             id: explanationPart
 
             width: root.isNarrow ? Math.round(panel.width / 2) : panel.width
-            height: root.isNarrow ? panel.height : Math.min(sidebar.implicitHeight, Math.round(0.55 * panel.height))
+            height: root.isNarrow ? panel.height : Math.min(sidebar.implicitHeight, Math.round(Theme.explanationRatio * panel.height))
             visible: sidebar.hasExplanation
             color: Theme.card
 

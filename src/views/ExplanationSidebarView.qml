@@ -106,7 +106,7 @@ Item {
             Column {
                 visible: explanation.points.length > 0
                 width: column.width
-                spacing: 6
+                spacing: Theme.bulletSize
 
                 Repeater {
                     model: explanation.points
@@ -128,7 +128,7 @@ Item {
                         ProseText {
                             id: pointLabel
 
-                            x: 14
+                            x: Theme.rowGapSize
                             width: parent.width - x
                             source: point.modelData
                         }

@@ -184,6 +184,15 @@ QtObject {
     readonly property int branchLabelSize: 22
     readonly property int branchTextInsetSize: 24
     readonly property int branchPaddingSize: 32
+    readonly property int beforeTextInsetSize: 25
+    readonly property int afterTextInsetSize: 13
+    readonly property int sidebarDefaultMinSize: 340
+    readonly property int sidebarDefaultMaxSize: 480
+    /// A window that is narrower has the explanation below the panes.
+    readonly property int narrowSize: 1080
+    readonly property real sidebarRatio: 0.297
+    readonly property real explanationRatio: 0.55
+    readonly property real bubbleRatio: 0.84
     readonly property real pickerTopRatio: 0.55
     readonly property real pickerGapRatio: 0.05
     readonly property real pickerHalfRatio: 0.46
