@@ -44,7 +44,8 @@ public:
     Scene &operator=(const Scene &) = delete;
     ~Scene();
 
-    /// Brings the window into this state at this size; null when it could not be made. Call it once.
+    /// Brings the window into this state at this size; null when it could not be made. Call it
+    /// once.
     [[nodiscard]] QQuickWindow *show(const QString &state, QSize size);
 
     /// The same, and what the window then looks like; a null image when it could not be made.
