@@ -368,7 +368,7 @@ private:
         pairDelimiters(bracket.delimiterBefore);
         m_pieces[bracket.piece].text = {};
         const QStringView address = m_source.sliced(start, *end - start);
-        if (address.sliced(1, address.size() - 2).trimmed().size() > 0) {
+        if (!address.sliced(1, address.size() - 2).trimmed().isEmpty()) {
             addPiece(u" ");
             addPiece(address);
         }
