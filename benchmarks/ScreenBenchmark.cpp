@@ -30,6 +30,7 @@ constexpr int ordinaryHunk = 50;
 constexpr int smallHunk = 2;
 constexpr int pageCount = 300;
 constexpr int chunkCount = 10'000;
+constexpr int pagesAfterBurst = 20;
 constexpr int deltaCount = 200;
 
 using Costs = QList<double>;
@@ -110,12 +111,12 @@ QStringList chunks()
     return chunks;
 }
 
-/// Scrolls at every frame until `isRead`.
+/// Scrolls at every frame until `isRead`, and on until what was read last is on the screen.
 template<typename IsRead>
 void scrollUntil(const char *figure, ReviewScreen &screen, IsRead isRead)
 {
     screen.meter().restart();
-    while (!isRead()) {
+    for (int pagesAfter = 0; pagesAfter < pagesAfterBurst; pagesAfter += isRead() ? 1 : 0) {
         screen.pressPageDown();
         screen.awaitFrame();
     }
