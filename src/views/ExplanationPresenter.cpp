@@ -20,11 +20,24 @@ void ExplanationPresenter::setDiff(DiffViewModel *diff)
                 &ExplanationPresenter::changed);
         connect(diff, &DiffViewModel::explanationChanged, this, [this](int hunkIndex) {
             if (hunkIndex == m_diff->selectedHunkIndex()) {
-                m_streamed.changed();
+                announce();
             }
         });
     }
     Q_EMIT diffChanged();
+    Q_EMIT changed();
+}
+
+void ExplanationPresenter::announce()
+{
+    const Hunk *const selected = hunk();
+    const bool isGrowing = selected != nullptr && selected->explanationState.isLoading() &&
+                           m_diff->streamingExplanationView(m_diff->selectedHunkIndex());
+    if (isGrowing) {
+        m_streamed.changed();
+        return;
+    }
+    m_streamed.drop();
     Q_EMIT changed();
 }
 

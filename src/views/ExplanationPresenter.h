@@ -53,6 +53,9 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// Something of the selected hunk's explanation has changed: prose that grows is announced with
+    /// the next frame, everything else at once.
+    void announce();
     [[nodiscard]] const Hunk *hunk() const;
 
     QPointer<DiffViewModel> m_diff{};

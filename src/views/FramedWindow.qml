@@ -17,13 +17,16 @@ Window {
     /// Shows the window over the middle of the one that it belongs to, or brings it to the front.
     function present(): void {
         const owner = root.transientParent;
-        if (!root.visible && owner !== null) {
+        if (root.visible) {
+            root.raise();
+            root.requestActivate();
+            return;
+        }
+        if (owner !== null) {
             root.x = owner.x + Math.round((owner.width - root.width) / 2);
             root.y = owner.y + Math.round((owner.height - root.height) / 2);
         }
         root.show();
-        root.raise();
-        root.requestActivate();
     }
 
     flags: Qt.Window | Qt.FramelessWindowHint | Qt.WindowSystemMenuHint | Qt.WindowMinMaxButtonsHint | Qt.WindowCloseButtonHint

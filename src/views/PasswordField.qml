@@ -33,8 +33,16 @@ FocusScope {
     }
     Component.onCompleted: input.text = value
 
-    FocusScope {
+    FieldFrame {
         anchors.fill: parent
+        isFocused: input.activeFocus
+        isRefused: root.isRefused
+    }
+
+    FocusScope {
+        anchors.left: parent.left
+        anchors.right: eye.left
+        height: parent.height
         focus: true
         Accessible.role: Accessible.EditableText
         Accessible.description: root.label
@@ -49,7 +57,7 @@ FocusScope {
             focus: true
             activeFocusOnTab: true
             leftPadding: Theme.fieldPaddingSize + Theme.hairlineWidth
-            rightPadding: eye.width + 2 * Theme.spaceXs
+            rightPadding: Theme.spaceXs
             verticalAlignment: TextInput.AlignVCenter
             echoMode: root.isShown ? TextInput.Normal : TextInput.Password
             passwordMaskDelay: 0
@@ -62,11 +70,6 @@ FocusScope {
             Accessible.ignored: true
             onTextEdited: root.edited(text)
             onAccepted: root.accepted()
-
-            background: FieldFrame {
-                isFocused: input.activeFocus
-                isRefused: root.isRefused
-            }
 
             PlainLabel {
                 x: input.leftPadding

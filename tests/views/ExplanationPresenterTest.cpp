@@ -37,6 +37,19 @@ TEST_F(ExplanationPresenterTest, ShowsTheProseThatHasComeSoFar)
     EXPECT_EQ(presenter.prose(), u"A token is refreshed"_s);
 }
 
+TEST_F(ExplanationPresenterTest, AnnouncesTheEndAtOnceThoughProseWaitsForTheNextFrame)
+{
+    file.pushProse(u"A token "_s);
+    file.pushProse(u"is refreshed"_s);
+    const QSignalSpy changes(&presenter, &ExplanationPresenter::changed);
+
+    file.pushProse(u" once."_s);
+    EXPECT_EQ(changes.count(), 0);
+    file.complete(HunkExplanation());
+
+    EXPECT_GE(changes.count(), 1);
+}
+
 TEST_F(ExplanationPresenterTest, ShowsTagProseAndPointsOnceLoaded)
 {
     HunkExplanation explanation;
