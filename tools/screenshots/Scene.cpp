@@ -17,6 +17,7 @@
 #include <QQuickWindow>
 #include <QStyleHints>
 
+#include <algorithm>
 #include <utility>
 
 namespace vantrel::screenshots {
@@ -173,6 +174,7 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
         return nullptr;
     }
     m_window->resize(size);
+    wait([this, size] { return m_window->contentItem()->size().toSize() == size; });
 
     for (const State &known : all()) {
         if (known.name == state) {
@@ -305,6 +307,9 @@ void Scene::showFile(int row)
     showFiles(sampleFiles());
     m_rootViewModel->fileList()->openFile(row);
     wait([this] { return !m_rootViewModel->diff()->isLoading(); });
+    if (m_rootViewModel->diff()->hunkCount() > 0) {
+        waitForLines();
+    }
 }
 
 void Scene::showFirstSummary()
@@ -340,18 +345,20 @@ void Scene::showTokenStore(const SampleAIService::Explanation &second)
     wait([&] {
         const LoadableState<HunkExplanation> &state = diff.selectedHunk()->explanationState;
         const QString prose = diff.streamingExplanationText(1).value_or(QString());
-        return state.isLoaded() || state.isFailed() ||
-               (state.isLoading() && diff.hunks().at(0).explanationState.isLoaded() &&
-                prose == second.prose);
+        return state.isLoaded() || state.isFailed() || (state.isLoading() && prose == second.prose);
     });
-    waitForLines();
+    // The others follow by themselves.
+    wait([&diff] {
+        const QList<Hunk> &all = diff.hunks();
+        return std::all_of(all.cbegin(), all.cend(), [&diff](const Hunk &hunk) {
+            return &hunk == diff.selectedHunk() || hunk.explanationState.isLoaded();
+        });
+    });
 }
 
 void Scene::showLoadedTokenStore()
 {
     showTokenStore(completed(1));
-    const DiffViewModel &diff = *m_rootViewModel->diff();
-    wait([&diff] { return diff.hunks().last().explanationState.isLoaded(); });
 }
 
 void Scene::showSelection()
