@@ -17,7 +17,6 @@
 #include <QQuickWindow>
 #include <QStyleHints>
 
-#include <algorithm>
 #include <utility>
 
 namespace vantrel::screenshots {
@@ -341,24 +340,22 @@ void Scene::showTokenStore(const SampleAIService::Explanation &second)
     }
     showFile(static_cast<int>(SampleRow::tokenStore));
     DiffViewModel &diff = *m_rootViewModel->diff();
+    // Whether the background run goes on after a failure depends on what is selected by then.
+    wait([&diff] { return diff.hunks().first().explanationState.isLoaded(); });
+    RunQueue::interfaceThread().runUntilIdle();
     diff.select(1);
     wait([&] {
         const LoadableState<HunkExplanation> &state = diff.selectedHunk()->explanationState;
         const QString prose = diff.streamingExplanationText(1).value_or(QString());
         return state.isLoaded() || state.isFailed() || (state.isLoading() && prose == second.prose);
     });
-    // The others follow by themselves.
-    wait([&diff] {
-        const QList<Hunk> &all = diff.hunks();
-        return std::all_of(all.cbegin(), all.cend(), [&diff](const Hunk &hunk) {
-            return &hunk == diff.selectedHunk() || hunk.explanationState.isLoaded();
-        });
-    });
 }
 
 void Scene::showLoadedTokenStore()
 {
     showTokenStore(completed(1));
+    const DiffViewModel &diff = *m_rootViewModel->diff();
+    wait([&diff] { return diff.hunks().last().explanationState.isLoaded(); });
 }
 
 void Scene::showSelection()
