@@ -9,6 +9,7 @@
 #include "views/CodePanesItem.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QEventLoop>
 #include <QGuiApplication>
 #include <QQmlComponent>
@@ -159,6 +160,8 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
     }
     // Whether a cursor that blinks is seen is a matter of the moment.
     QGuiApplication::styleHints()->setCursorFlashTime(0);
+    // The pointer would else rest on the first button.
+    QCursor::setPos(-100, -100);
     m_notice = std::make_unique<KeychainAccessNotice>(m_defaults);
     m_settingsViewModel = std::make_unique<SettingsViewModel>(
         SettingsViewModel::Services{m_settings, m_keychain, *m_notice, m_appearanceController,
