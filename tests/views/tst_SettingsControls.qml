@@ -166,7 +166,7 @@ Item {
         }
 
         function secretInput(): Item {
-            return passwordField.children[0].children[0];
+            return passwordField.children[1].children[0];
         }
 
         function segment(index: int): Item {
@@ -220,7 +220,7 @@ Item {
         }
 
         function test_aPasswordIsHiddenUntilTheEyeShowsIt(): void {
-            const eye = passwordField.children[1];
+            const eye = passwordField.children[2];
             passwordField.value = "secret";
             compare(secretInput().displayText, "●●●●●●".replace(/●/g, secretInput().passwordCharacter));
             compare(eye.Accessible.name, "Show key");
@@ -245,7 +245,7 @@ Item {
         }
 
         function test_aPasswordFieldStandsForItsInput(): void {
-            const stand = passwordField.children[0];
+            const stand = passwordField.children[1];
             compare(stand.Accessible.role, Accessible.EditableText);
             compare(stand.Accessible.passwordEdit, true);
             compare(stand.Accessible.description, "API key");
@@ -261,11 +261,11 @@ Item {
         }
 
         function test_aPasswordFieldHasTheLookOfAField(): void {
-            compare(secretInput().background.border.color, Theme.controlBorder);
+            compare(passwordField.children[0].border.color, Theme.controlBorder);
             passwordField.forceActiveFocus();
-            compare(secretInput().background.border.color, Theme.focusRing);
+            compare(passwordField.children[0].border.color, Theme.focusRing);
             passwordField.isRefused = true;
-            compare(secretInput().background.border.color, Theme.error);
+            compare(passwordField.children[0].border.color, Theme.error);
             passwordField.isRefused = false;
             passwordField.enabled = false;
             compare(secretInput().background.color, Theme.sunken);
