@@ -35,10 +35,12 @@ add_library(vantrel_build_flags INTERFACE)
 target_compile_options(vantrel_build_flags INTERFACE ${VANTREL_WARNINGS})
 target_link_libraries(vantrel_build_flags INTERFACE vantrel_definitions)
 
-# One object file per header, so that a header that does not compile alone breaks the build.
+# A header that does not compile alone breaks the build: a source includes its own header first, and
+# one object file is made for each header without a source.
 function(vantrel_header_checks name folder)
     foreach(source IN LISTS ARGN)
-        if(source MATCHES "\\.h$")
+        string(REGEX REPLACE "\\.h$" ".cpp" unit ${source})
+        if(source MATCHES "\\.h$" AND NOT unit IN_LIST ARGN)
             string(MAKE_C_IDENTIFIER ${source} id)
             set(check ${CMAKE_CURRENT_BINARY_DIR}/header_checks/${id}.cpp)
             file(CONFIGURE OUTPUT ${check} CONTENT "#include \"${folder}/${source}\"\n")

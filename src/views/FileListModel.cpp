@@ -28,10 +28,14 @@ QString accessibleName(const FileChange &file)
 {
     QString name = file.path + u", "_s + statusName(file.status);
     if (file.additions > 0) {
-        name += u", "_s + FileListModel::tr("%1 lines added").arg(file.additions);
+        name += u", "_s + (file.additions == 1
+                               ? FileListModel::tr("1 line added")
+                               : FileListModel::tr("%1 lines added").arg(file.additions));
     }
     if (file.deletions > 0) {
-        name += u", "_s + FileListModel::tr("%1 lines deleted").arg(file.deletions);
+        name += u", "_s + (file.deletions == 1
+                               ? FileListModel::tr("1 line deleted")
+                               : FileListModel::tr("%1 lines deleted").arg(file.deletions));
     }
     return name;
 }

@@ -17,6 +17,9 @@ TitleStrip {
     signal settingsRequested
     signal shortcutsRequested
 
+    /// The branch of a repository that was left is not that of the next.
+    readonly property string shownBranch: root.coordinator.repositoryName === "" ? "" : root.coordinator.branchName
+
     function openMenu(): void {
         menu.open();
     }
@@ -25,7 +28,7 @@ TitleStrip {
         return part === "" ? "" : ", " + part;
     }
 
-    Accessible.name: title.text + root.listed(root.coordinator.repositoryName) + root.listed(root.coordinator.branchName)
+    Accessible.name: title.text + root.listed(root.coordinator.repositoryName) + root.listed(root.shownBranch)
 
     QuietButton {
         id: menuButton
@@ -96,7 +99,7 @@ TitleStrip {
         anchors.leftMargin: Theme.spaceM
         width: Math.min(Math.ceil(branchLabel.implicitWidth) + Theme.branchPaddingSize, root.contentRight - x - Theme.spaceL)
         height: Theme.branchLabelSize
-        visible: root.coordinator.branchName !== ""
+        visible: root.shownBranch !== ""
         radius: Theme.badgeRadius
         color: Theme.sunken
 
@@ -113,7 +116,7 @@ TitleStrip {
             anchors.verticalCenter: parent.verticalCenter
             x: Theme.branchTextInsetSize
             width: parent.width - x - Theme.spaceS
-            text: root.coordinator.branchName
+            text: root.shownBranch
             font: Theme.smallFont
             line: Theme.smallLine
             color: Theme.inkSecondary

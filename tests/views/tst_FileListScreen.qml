@@ -26,7 +26,7 @@ Item {
             screen.openFiles([4, 1]);
 
             verify(screen.named("src/file0.cpp, Modified, 4 lines added, 4 lines deleted") !== null);
-            verify(screen.named("src/file1.cpp, Modified, 1 lines added, 1 lines deleted") !== null);
+            verify(screen.named("src/file1.cpp, Modified, 1 line added, 1 line deleted") !== null);
             verify(screen.named("2 files") !== null);
             verify(screen.named("+5") !== null);
             verify(screen.named("−5") !== null);
@@ -57,7 +57,7 @@ Item {
         function test_aRowShowsItsSummaryOnceItIsThere(): void {
             screen.openFiles([1, 0, 1]);
             tryVerify(() => driver.summaryCount() === 1);
-            const row = screen.named("src/file0.cpp, Modified, 1 lines added, 1 lines deleted");
+            const row = screen.named("src/file0.cpp, Modified, 1 line added, 1 line deleted");
             compare(row.Accessible.description, "Summarising");
 
             driver.answerSummary("Keeps the last plum.");
@@ -72,7 +72,7 @@ Item {
 
             driver.failSummaryForMissingKey();
 
-            const row = screen.named("src/file0.cpp, Modified, 1 lines added, 1 lines deleted");
+            const row = screen.named("src/file0.cpp, Modified, 1 line added, 1 line deleted");
             tryVerify(() => row.Accessible.description === "Add an API key in Settings to use AI features.");
             let text = "";
             screen.walk(row, item => text += item.text ?? "");

@@ -268,7 +268,7 @@ Item {
             compare(passwordField.children[0].border.color, Theme.error);
             passwordField.isRefused = false;
             passwordField.enabled = false;
-            compare(secretInput().background.color, Theme.sunken);
+            compare(passwordField.children[0].color, Theme.sunken);
         }
 
         function test_theChosenSegmentIsBoldAndNothingMoves(): void {

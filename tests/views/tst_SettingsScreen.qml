@@ -68,9 +68,13 @@ Item {
         }
 
         function pickModel(name: string): void {
-            // Rows that still are there would be closed by the click.
-            tryVerify(() => !screen.menu().popup.visible);
-            mouseClick(screen.menu());
+            // A click in the frame in which other rows go away goes with them.
+            tryVerify(() => {
+                if (!screen.menu().popup.opened) {
+                    mouseClick(screen.menu());
+                }
+                return screen.menu().popup.opened;
+            });
             const row = screen.menuRow(name);
             // What has just opened meets the pointer with its first frame.
             tryVerify(() => {

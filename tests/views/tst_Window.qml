@@ -61,6 +61,14 @@ Item {
             compare(bar.Accessible.name, "Reviewer, repo, main");
         }
 
+        function test_theBranchOfARepositoryThatWasLeftIsNotShown(): void {
+            screen.openFiles([1]);
+
+            mouseClick(screen.named("All projects"));
+
+            tryCompare(screen.all(Accessible.TitleBar)[0].Accessible, "name", "Reviewer");
+        }
+
         function test_theButtonsOfTheWindowAreNamed(): void {
             for (const name of ["Menu", "Minimise", "Maximise", "Close"]) {
                 compare(screen.named(name).Accessible.role, Accessible.Button, name);
