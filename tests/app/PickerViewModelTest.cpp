@@ -135,9 +135,7 @@ TEST_F(PickerViewModelTest, TellsWhichRecentRepositoriesAreNotThereAnyMore)
     store->record(u"orchard"_s, orchard);
 
     picker->reloadRecents();
-    runUntil([this] {
-        return picker->isMissing(u"/barn"_s) && picker->recentRepos().size() == 2;
-    });
+    runUntil([this] { return picker->isMissing(u"/barn"_s) && picker->recentRepos().size() == 2; });
 
     EXPECT_FALSE(picker->isMissing(orchard));
     EXPECT_EQ(recentNames(), QStringList({u"orchard"_s, u"barn"_s}));
