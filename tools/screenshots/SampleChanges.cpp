@@ -105,11 +105,16 @@ FileChange listedFile(const QString &path, ChangeStatus status, int additions, i
 
 } // namespace
 
+QString sampleHome()
+{
+    return u"/home/mira/"_s;
+}
+
 Repo sampleRepository()
 {
     Repo repo;
     repo.id = QUuid::createUuidV5(QUuid(), u"ledger-api"_s);
-    repo.url = QUrl::fromLocalFile(u"/home/mira/src/ledger-api"_s);
+    repo.url = QUrl::fromLocalFile(sampleHome() + u"src/ledger-api"_s);
     repo.name = u"ledger-api"_s;
     return repo;
 }

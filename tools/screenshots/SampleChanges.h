@@ -10,6 +10,9 @@
 
 namespace vantrel::screenshots {
 
+/// The folder of the person in the pictures, with a slash at its end. It need not exist.
+[[nodiscard]] QString sampleHome();
+
 /// The repository that every picture shows. It exists nowhere.
 [[nodiscard]] Repo sampleRepository();
 

@@ -1,5 +1,7 @@
 #include "SampleServices.h"
 
+#include "SampleChanges.h"
+
 #include "ai/HunkExplanationStreamEvent.h"
 
 namespace vantrel::screenshots {
@@ -98,7 +100,7 @@ Task<Result<QStringList, AIFailure>> SampleAIService::suggestQuestions(QString, 
 
 bool SampleRecentRepos::isRepository(const QString &path) const
 {
-    return path.startsWith(u"/home/mira/"_s) && path != m_missing;
+    return path.startsWith(sampleHome()) && path != m_missing;
 }
 
 } // namespace vantrel::screenshots

@@ -246,7 +246,6 @@ void Scene::showRecents()
 {
     // Days whose names do not change with the day on which the picture is made.
     const QDate today = QDate::currentDate();
-    const QString home = u"/home/mira/"_s;
     const QList<std::pair<QString, QDateTime>> opened{
         {u"src/ledger-api"_s, QDateTime(today, QTime(9, 42))},
         {u"src/paper-trail"_s, QDateTime(today, QTime(8, 15))},
@@ -257,7 +256,7 @@ void Scene::showRecents()
     };
     QList<RecentRepo> repos;
     for (const auto &[path, time] : opened) {
-        repos.append({QUuid::createUuid(), path.section(u'/', -1), home + path, time});
+        repos.append({QUuid::createUuid(), path.section(u'/', -1), sampleHome() + path, time});
     }
     m_recentRepos->setRepos(std::move(repos));
     m_rootViewModel->picker()->reloadRecents();
@@ -266,7 +265,7 @@ void Scene::showRecents()
 
 void Scene::showMissingRecent()
 {
-    const QString path = u"/home/mira/work/platform/infra"_s;
+    const QString path = sampleHome() + u"work/platform/infra"_s;
     m_recentRepos->setMissing(path);
     showRecents();
     wait([this, path] { return m_rootViewModel->picker()->isMissing(path); });
