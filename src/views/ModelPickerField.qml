@@ -5,7 +5,9 @@ import Vantrel
 
 /// Where a model is chosen: a provider's suggestions, and a field for any other identifier; for a
 /// provider without suggestions the field alone. It shows the choice that somebody else holds.
-Column {
+/// Placed by bindings: a positioner leaves a field that comes into sight above the box until the
+/// next frame, where it takes the box's clicks.
+Item {
     id: root
 
     required property int providerIndex
@@ -18,7 +20,9 @@ Column {
     signal edited(string text)
     signal accepted
 
-    spacing: Theme.spaceS
+    readonly property real fieldTop: choices.hasPresets ? menu.height + Theme.spaceS : 0
+
+    implicitHeight: root.isUsingCustomModel ? field.y + field.height : menu.height
 
     ModelChoiceListModel {
         id: choices
@@ -53,6 +57,7 @@ Column {
     TextField {
         id: field
 
+        y: root.fieldTop
         width: root.width
         visible: root.isUsingCustomModel
         label: qsTr("Model")

@@ -70,11 +70,17 @@ inline QString asked(const QString &path, int index)
     return u"explainHunk %1 | -old %2\n+new %2 | %3"_s.arg(path).arg(index).arg(narrative);
 }
 
-/// Makes `call` once the next coroutine that is ready has run, before any answer that it waits for.
-inline void afterOneTurn(const std::function<void()> &call)
+/// Makes `call` once so many of the coroutines that are ready have run, before any answer that the
+/// last of them waits for: what is posted before a coroutine runs is called before what it asks for.
+inline void afterTurns(int turns, const std::function<void()> &call)
 {
-    RunQueue::interfaceThread().postFromThread(
-        [call] { RunQueue::interfaceThread().postFromThread(call); });
+    RunQueue::interfaceThread().postFromThread([turns, call] {
+        if (turns == 0) {
+            call();
+        } else {
+            afterTurns(turns - 1, call);
+        }
+    });
 }
 
 /// A diff screen over scripted services, with every signal in their log once it is made.
