@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -56,7 +57,7 @@ private:
     WaiterList m_loaded{};
     std::mutex m_mutex{};
     std::deque<PersistedChatThread> m_unwritten{}; ///< Guarded by `m_mutex`. In order of saving.
-    std::optional<SerialWorker> m_worker{std::in_place};
+    std::unique_ptr<SerialWorker> m_worker = std::make_unique<SerialWorker>();
     Job m_loading{};
     Job m_writing{};
 };
