@@ -99,6 +99,16 @@ protected:
         runUntil([this] { return settings->isKeyStateKnown(); });
     }
 
+    /// With a key in the keychain, which keeps its answer to itself.
+    void hangWhileTheKeyIsRead()
+    {
+        keychain->store(u"sk-1"_s, AIProvider::custom);
+        keychain->hangNext();
+        settings->checkSavedKey();
+        runUntilIdle();
+        keychain->waitForHang();
+    }
+
     void chooseProvider(AIProvider provider)
     {
         settings->setProvider(provider);
@@ -276,11 +286,7 @@ TEST_F(SettingsViewModelTest, ReloadingTheSameProviderKeepsItsKeysState)
 
 TEST_F(SettingsViewModelTest, TheAnswerAboutTheFormerProviderIsDroppedByAReload)
 {
-    keychain->store(u"sk-1"_s, AIProvider::custom);
-    keychain->hangNext();
-    settings->checkSavedKey();
-    runUntilIdle();
-    keychain->waitForHang();
+    hangWhileTheKeyIsRead();
     store.saveAIConfig({AIProvider::openAI, openAIURL, u"gpt-6-luna"_s});
 
     settings->reloadIfChanged();
@@ -352,11 +358,7 @@ TEST_F(SettingsViewModelTest, TheKeychainIsNotReadBeforeTheStartUpNoticeIsAcknow
 
 TEST_F(SettingsViewModelTest, AKeychainThatNeverAnswersHasNoKey)
 {
-    keychain->store(u"sk-1"_s, AIProvider::custom);
-    keychain->hangNext();
-    settings->checkSavedKey();
-    runUntilIdle();
-    keychain->waitForHang();
+    hangWhileTheKeyIsRead();
 
     clock.advance(KeychainWorker::answerTime);
     runUntilIdle();
@@ -367,11 +369,7 @@ TEST_F(SettingsViewModelTest, AKeychainThatNeverAnswersHasNoKey)
 
 TEST_F(SettingsViewModelTest, GoingAwayWhileTheKeychainIsReadHarmsNothing)
 {
-    keychain->store(u"sk-1"_s, AIProvider::custom);
-    keychain->hangNext();
-    settings->checkSavedKey();
-    runUntilIdle();
-    keychain->waitForHang();
+    hangWhileTheKeyIsRead();
 
     settings.reset();
     keychain->letGo();
@@ -979,11 +977,7 @@ TEST_F(SettingsViewModelTest, NoKeyIsRemovedWhileASaveWaitsForItsNotice)
 
 TEST_F(SettingsViewModelTest, ACheckThatWasAskedBeforeARemovalDoesNotUndoIt)
 {
-    keychain->store(u"sk-1"_s, AIProvider::custom);
-    keychain->hangNext();
-    settings->checkSavedKey();
-    runUntilIdle();
-    keychain->waitForHang();
+    hangWhileTheKeyIsRead();
 
     settings->removeKey();
     keychain->letGo();

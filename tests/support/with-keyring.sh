@@ -6,6 +6,8 @@
 #   --activation   the bus starts services, as a desktop's does: a keyring's daemon, its prompt
 # The command finds the folder that holds all of it in VANTREL_KEYRING_FOLDER.
 set -euo pipefail
+# shellcheck source=tests/support/private-session.sh
+. "$(dirname "$0")/private-session.sh"
 
 with_daemon=1
 with_activation=
@@ -21,30 +23,12 @@ done
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 export VANTREL_KEYRING_FOLDER="$folder"
-export HOME="$folder/home" XDG_RUNTIME_DIR="$folder/run"
-export XDG_CONFIG_HOME="$HOME/.config" XDG_DATA_HOME="$HOME/.local/share"
-export XDG_CACHE_HOME="$HOME/.cache" XDG_STATE_HOME="$HOME/.local/state"
-mkdir -p "$XDG_RUNTIME_DIR" "$XDG_CONFIG_HOME" "$XDG_DATA_HOME/keyrings" "$XDG_CACHE_HOME"
-chmod 700 "$HOME" "$XDG_RUNTIME_DIR"
-unset DBUS_SESSION_BUS_ADDRESS DISPLAY WAYLAND_DISPLAY GNOME_KEYRING_CONTROL
+make_private_home "$folder"
+mkdir -p "$XDG_DATA_HOME/keyrings"
 
 services=
 [ -z "$with_activation" ] || services='<standard_session_servicedirs/>'
-cat >"$folder/bus.conf" <<CONFIG
-<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
- "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
-<busconfig>
-  <type>session</type>
-  <listen>unix:dir=$XDG_RUNTIME_DIR</listen>
-  <auth>EXTERNAL</auth>
-  $services
-  <policy context="default">
-    <allow send_destination="*" eavesdrop="true"/>
-    <allow eavesdrop="true"/>
-    <allow own="*"/>
-  </policy>
-</busconfig>
-CONFIG
+write_bus_config "$folder/bus.conf" "$services"
 
 # The bus and what it starts write to a log of their own; the command keeps its standard error.
 # shellcheck disable=SC2016 # the inner shell expands it
