@@ -71,7 +71,8 @@ inline QString asked(const QString &path, int index)
 }
 
 /// Makes `call` once so many of the coroutines that are ready have run, before any answer that the
-/// last of them waits for: what is posted before a coroutine runs is called before what it asks for.
+/// last of them waits for: what is posted before a coroutine runs is called before what it asks
+/// for.
 inline void afterTurns(int turns, const std::function<void()> &call)
 {
     RunQueue::interfaceThread().postFromThread([turns, call] {
