@@ -22,6 +22,7 @@ ReviewScreen::ReviewScreen(const MeteredApplication &application, const FileChan
     route.repo = test::sampleRepo(u"repo"_s);
     route.file = file;
     route.allFiles = {file};
+    route.changeset = Changeset(route.allFiles);
     m_services.coordinator.setRoute(route);
     m_root = std::make_unique<RootViewModel>(m_services.review, m_services.recentRepos,
                                              m_services.settings);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Changeset.h"
 #include "models/FileChange.h"
 #include "models/Repo.h"
 
@@ -42,6 +43,7 @@ public:
         Repo repo{};
         FileChange file{};
         QList<FileChange> allFiles{}; ///< The whole listing, for stepping to neighbouring files.
+        Changeset changeset{};        ///< Of `allFiles`.
         InitialHunkSelection initialHunkSelection = InitialHunkSelection::first;
 
         bool operator==(const DiffRoute &) const = default;

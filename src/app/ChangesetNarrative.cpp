@@ -26,11 +26,6 @@ Task<QString> produceNarrative(AIResultCache *cache, QList<ChangesetKey::Entry> 
 
 } // namespace
 
-Changeset::Changeset(const QList<FileChange> &files)
-    : entries(changesetEntries(files))
-    , key(entries)
-{}
-
 Task<QString> changesetNarrative(std::shared_ptr<AIResultCache> cache, Changeset changeset,
                                  AIWorker *aiWorker, KeychainAccessNotice *keychainAccessNotice)
 {

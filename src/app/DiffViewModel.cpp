@@ -3,6 +3,7 @@
 #include "ai/AIResultCache.h"
 #include "ai/AIWorker.h"
 #include "ai/config/AINotifications.h"
+#include "app/ChangesetNarrative.h"
 #include "app/StateStep.h"
 #include "git/GitWorker.h"
 #include "models/DiffText.h"
@@ -184,7 +185,6 @@ void DiffViewModel::cancelAll()
     VANTREL_ASSERT_UI_THREAD();
     m_loadTask.cancel();
     m_explanationTasks.cancelAll();
-    m_changeset.reset();
     for (const auto &[hunkIndex, chat] : m_chatViewModels) {
         chat->cancelTasks();
     }
@@ -388,21 +388,9 @@ Task<> DiffViewModel::runBackground(QList<int> hunkIndices)
 
 Task<QString> DiffViewModel::narrative()
 {
-    if (!m_changeset) {
-        m_changeset.emplace(writeChangeset());
-    }
-    auto writing = m_changeset->result();
-    const Changeset changeset = co_await std::move(writing);
-    auto making = changesetNarrative(m_aiResultCache, changeset, &m_services.aiWorker,
+    auto making = changesetNarrative(m_aiResultCache, m_route.changeset, &m_services.aiWorker,
                                      &m_services.keychainAccessNotice);
     co_return co_await std::move(making);
-}
-
-Task<Changeset> DiffViewModel::writeChangeset()
-{
-    auto write = [files = m_route.allFiles](const WorkControl &) { return Changeset(files); };
-    auto writing = m_layoutWorker.run(std::move(write));
-    co_return co_await std::move(writing);
 }
 
 ChatThreadViewModel *DiffViewModel::chatViewModel(int hunkIndex)
@@ -483,8 +471,8 @@ void DiffViewModel::setSelectedHunk(StateStep<DiffViewModel> &step, int hunkInde
 
 void DiffViewModel::openFile(const FileChange &file, AppCoordinator::InitialHunkSelection selection)
 {
-    m_services.coordinator.setRoute(
-        AppCoordinator::DiffRoute{m_route.repo, file, m_route.allFiles, selection});
+    m_services.coordinator.setRoute(AppCoordinator::DiffRoute{m_route.repo, file, m_route.allFiles,
+                                                              m_route.changeset, selection});
 }
 
 } // namespace vantrel

@@ -2,7 +2,6 @@
 
 #include "ai/HunkExplanationStreamEvent.h"
 #include "app/AppCoordinator.h"
-#include "app/ChangesetNarrative.h"
 #include "app/ChatThreadViewModel.h"
 #include "app/ReviewServices.h"
 #include "git/ProcessRunnerError.h"
@@ -11,7 +10,6 @@
 #include "platform/jobs/Job.h"
 #include "platform/jobs/JobMap.h"
 #include "platform/jobs/SerialWorker.h"
-#include "platform/jobs/SharedJob.h"
 
 #include <QHash>
 #include <QList>
@@ -136,7 +134,6 @@ private:
 
     /// The narrative of the listing's change set.
     Task<QString> narrative();
-    Task<Changeset> writeChangeset();
 
     Task<> runConfigChanges(NotificationCenter::Stream notifications);
     void retryFailedExplanations();
@@ -163,7 +160,6 @@ private:
     /// Lays out hunks and writes their texts, which takes longer than a frame for large files. Left
     /// alone at the end, so that leaving a large file does not wait for it.
     SerialWorker m_layoutWorker{SerialWorker::AtEnd::leave};
-    std::optional<SharedJob<Changeset>> m_changeset{}; ///< Of the listing, made on first use.
     JobMap<int> m_explanationTasks{}; ///< By hunk, and the background run under a key of its own.
     std::map<int, std::unique_ptr<ChatThreadViewModel>> m_chatViewModels{};
     Job m_loadTask{};

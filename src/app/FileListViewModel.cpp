@@ -68,8 +68,9 @@ void FileListViewModel::openFile(int row)
     if (row < 0 || row >= m_files.size()) {
         return;
     }
-    m_services.coordinator.setRoute(AppCoordinator::DiffRoute{
-        m_repo, m_files.at(row), m_files, AppCoordinator::InitialHunkSelection::first});
+    m_services.coordinator.setRoute(
+        AppCoordinator::DiffRoute{m_repo, m_files.at(row), m_files, m_changeset,
+                                  AppCoordinator::InitialHunkSelection::first});
 }
 
 void FileListViewModel::goBack()

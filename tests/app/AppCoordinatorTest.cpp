@@ -23,7 +23,7 @@ void recordSignals(const AppCoordinator &coordinator, CallLog &log)
 AppCoordinator::DiffRoute sampleDiffRoute()
 {
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 2)};
-    return {sampleRepo(u"orchard"_s), files.at(0), files, Selection::first};
+    return {sampleRepo(u"orchard"_s), files.at(0), files, Changeset(files), Selection::first};
 }
 
 TEST(AppCoordinator, StartsOnThePickerWithoutABranch)
@@ -90,12 +90,15 @@ TEST(AppCoordinator, RoutesToADiffDifferInEachPartOfTheirPayload)
     otherFile.file = otherFile.allFiles.at(1);
     AppCoordinator::DiffRoute otherListing = sampleDiffRoute();
     otherListing.allFiles[1].summaryState = LoadableState<QString>::loading();
+    AppCoordinator::DiffRoute otherChangeset = sampleDiffRoute();
+    otherChangeset.changeset = Changeset({otherChangeset.file});
     AppCoordinator::DiffRoute otherSelection = sampleDiffRoute();
     otherSelection.initialHunkSelection = Selection::last;
 
     EXPECT_NE(otherRepo, sampleDiffRoute());
     EXPECT_NE(otherFile, sampleDiffRoute());
     EXPECT_NE(otherListing, sampleDiffRoute());
+    EXPECT_NE(otherChangeset, sampleDiffRoute());
     EXPECT_NE(otherSelection, sampleDiffRoute());
 }
 

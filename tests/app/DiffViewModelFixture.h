@@ -95,11 +95,17 @@ protected:
         makeViewModelWithoutNarrative(file, allFiles, selection);
     }
 
+    [[nodiscard]] AppCoordinator::DiffRoute
+    diffRoute(const FileChange &file, const QList<FileChange> &allFiles, Selection selection) const
+    {
+        return {repo, file, allFiles, Changeset(allFiles), selection};
+    }
+
     void makeViewModelWithoutNarrative(const FileChange &file, const QList<FileChange> &allFiles,
                                        Selection selection = Selection::first)
     {
-        viewModel = std::make_unique<DiffViewModel>(
-            AppCoordinator::DiffRoute{repo, file, allFiles, selection}, services.review);
+        viewModel =
+            std::make_unique<DiffViewModel>(diffRoute(file, allFiles, selection), services.review);
         record(&DiffViewModel::hunksChanged, u"hunksChanged"_s);
         record(&DiffViewModel::selectedHunkIndexChanged, u"selectedHunkIndexChanged"_s);
         record(&DiffViewModel::isLoadingChanged, u"isLoadingChanged"_s);

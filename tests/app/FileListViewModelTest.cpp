@@ -246,8 +246,9 @@ TEST_F(FileListViewModelTest, OpensAFileOnItsFirstHunkWithTheWholeListing)
 
     viewModel->openFile(1);
 
-    const AppCoordinator::Route expected = AppCoordinator::DiffRoute{
-        sampleRepo(u"orchard"_s), files.at(1), files, AppCoordinator::InitialHunkSelection::first};
+    const AppCoordinator::Route expected =
+        AppCoordinator::DiffRoute{sampleRepo(u"orchard"_s), files.at(1), files, Changeset(files),
+                                  AppCoordinator::InitialHunkSelection::first};
     EXPECT_EQ(services.coordinator.route(), expected);
 }
 

@@ -48,7 +48,7 @@ protected:
         std::make_unique<RootViewModel>(services.review, services.recentRepos, services.settings);
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 1)};
     const AppCoordinator::DiffRoute diffRoute{sampleRepo(u"orchard"_s), files.at(0), files,
-                                              Selection::first};
+                                              Changeset(files), Selection::first};
 };
 
 TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)

@@ -13,6 +13,7 @@ OpenedFile::OpenedFile(const FileChange &file, const QList<FileChange> &neighbou
     route.repo = sampleRepo(u"repo"_s);
     route.file = file;
     route.allFiles = QList<FileChange>{file} + neighbours;
+    route.changeset = Changeset(route.allFiles);
     m_services.knowNarrative(route.allFiles, QString());
     m_diff = std::make_unique<DiffViewModel>(route, m_services.review);
     if (file.hunks.isEmpty()) {
