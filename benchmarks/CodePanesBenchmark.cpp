@@ -2,13 +2,13 @@
 
 #include "LargeFile.h"
 #include "OpenedFile.h"
+#include "SamplePanesTheme.h"
 #include "ScreenServices.h"
 
 #include "platform/jobs/RunQueue.h"
 
 #include <benchmark/benchmark.h>
 
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
@@ -30,10 +30,7 @@ public:
     Panes(int lines, const QString &text)
         : m_file(bench::largeFile(lines, rowsOfHunk, text))
     {
-        QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-        font.setPixelSize(12);
-        m_theme.setProperty("codeFont", font);
-        m_theme.setProperty("codeNumberFont", font);
+        test::fillSizesAndFonts(m_theme);
         m_item.setSize(viewport);
         m_item.setTheme(&m_theme);
         m_item.setDiff(&m_file.diff());

@@ -22,17 +22,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qreal sideMargin = PanesColumns::sideMargin;
-constexpr qreal borderWidth = PanesLayout::border;
-constexpr qreal cornerRadius = 8;
-constexpr qreal signWidth = PanesColumns::signWidth;
-constexpr QPointF cutMarkArm(2.5, 2.75);
-constexpr qreal cutMarkMargin = 7.5;
-constexpr qreal gutterMinimum = 44;
-constexpr int gutterMinimumDigits = 5;
-constexpr qreal gutterDigitWidth = 7;
-constexpr qreal numberMargin = 8;
-constexpr int dragScrollInterval = 30; // Milliseconds.
+constexpr int fewDigits = 5;           // Of a line number, for which the gutter has room.
 constexpr qreal dragScrollShare = 0.5; // Of the distance beyond the edge, at each interval.
 
 std::int64_t largestNumber(const QList<Hunk> &hunks)
@@ -183,8 +173,9 @@ qreal CodePanesItem::contentYShowing(int hunkIndex) const
     if (hunkIndex < 0 || hunkIndex >= m_layout.cardCount()) {
         return m_contentY;
     }
-    const qreal top = m_layout.cardTop(hunkIndex) - PanesLayout::gap;
-    const qreal bottom = m_layout.cardBottom(hunkIndex) + PanesLayout::gap;
+    const qreal gap = m_looks.sizes.gap;
+    const qreal top = m_layout.cardTop(hunkIndex) - gap;
+    const qreal bottom = m_layout.cardBottom(hunkIndex) + gap;
     const qreal lowest = std::max<qreal>(0, contentHeight() - height());
     const bool isHigher = bottom - top > height();
     qreal y = m_contentY;
@@ -249,43 +240,29 @@ void CodePanesItem::readTheme()
     if (!m_theme) {
         return;
     }
-    const auto color = [this](const char *name) { return m_theme->property(name).value<QColor>(); };
-    m_colors.gutterInk = color("inkTertiary");
-    m_colors.ink = color("ink");
-    m_colors.line = color("line");
-    m_colors.selectedLine = color("accent");
-    m_colors.card = color("card");
-    m_colors.head = color("diffContextGutter");
-    m_colors.selectedHead = color("accentSoft");
-    m_colors.mark = color("inkTertiary");
-    m_colors.cell = {color("diffContext"), color("diffAdded"), color("diffDeleted"),
-                     color("diffFiller")};
-    m_colors.gutter = {color("diffContextGutter"), color("diffAddedGutter"),
-                       color("diffDeletedGutter"), color("diffFillerGutter")};
-    m_colors.number = {color("inkTertiary"), color("diffAddedInk"), color("diffDeletedInk"),
-                       color("inkTertiary")};
-    m_colors.selectedCell = color("diffSelected");
-    m_colors.selectedGutter = color("diffSelectedGutter");
-    m_colors.selection = color("selection");
-    m_codeFont = m_theme->property("codeFont").value<QFont>();
-    m_numberFont = m_theme->property("codeNumberFont").value<QFont>();
-    const QFontMetricsF metrics(m_codeFont);
+    m_looks = PanesTheme::of(*m_theme);
+    const QFontMetricsF metrics(m_looks.codeFont);
     m_columnWidth = metrics.horizontalAdvance(u'0');
-    m_baseline = std::round((PanesLayout::rowHeight + metrics.ascent() - metrics.descent()) / 2);
-    update();
+    m_baseline = std::round((m_looks.sizes.rowHeight + metrics.ascent() - metrics.descent()) / 2);
     Q_EMIT themeChanged();
-    Q_EMIT rangeChanged();
+    layOut();
 }
 
 void CodePanesItem::takeHunks()
 {
     endDrag();
     m_selection.clear();
-    m_layout = PanesLayout(hunks());
-    const int digits = int(QString::number(largestNumber(hunks())).size());
-    m_gutterWidth = gutterMinimum + gutterDigitWidth * std::max(0, digits - gutterMinimumDigits);
     m_longestLine = 0;
     m_measureTask = Job(measureLines(hunks()));
+    layOut();
+}
+
+void CodePanesItem::layOut()
+{
+    const PanesSizes &sizes = m_looks.sizes;
+    m_layout = PanesLayout(hunks(), sizes);
+    const int digits = int(QString::number(largestNumber(hunks())).size());
+    m_gutterWidth = sizes.gutterWidth + sizes.gutterDigitWidth * std::max(0, digits - fewDigits);
     updateVisibleCards();
     update();
     Q_EMIT layoutChanged();
@@ -366,7 +343,7 @@ void CodePanesItem::mouseMoveEvent(QMouseEvent *event)
     extendDrag();
     const bool isOutside = !distanceOutside(m_dragPoint).isNull();
     if (isOutside && !m_dragScroll.isActive()) {
-        m_dragScroll.start(dragScrollInterval, this);
+        m_dragScroll.start(m_looks.dragScrollInterval, this);
     } else if (!isOutside) {
         m_dragScroll.stop();
     }
@@ -397,6 +374,7 @@ bool CodePanesItem::beginDrag(QPointF point, SelectionUnit unit)
 {
     const qreal y = m_contentY + point.y();
     const int card = m_layout.firstCardBelow(y);
+    const qreal sideMargin = m_looks.sizes.sideMargin;
     if (card == m_layout.cardCount() || y < m_layout.cardTop(card) || point.x() < sideMargin ||
         point.x() >= width() - sideMargin) {
         return false;
@@ -470,8 +448,8 @@ void CodePanesItem::moveSelection(SelectionStep step)
     }
     const qreal above = m_contentY - m_layout.rowsTop(card);
     const int firstVisible =
-        std::clamp(int(std::ceil(above / PanesLayout::rowHeight)), 0, m_layout.rowCount(card) - 1);
-    const int pageRows = std::max(1, int(height() / PanesLayout::rowHeight) - 2);
+        std::clamp(int(std::ceil(above / m_looks.sizes.rowHeight)), 0, m_layout.rowCount(card) - 1);
+    const int pageRows = std::max(1, int(height() / m_looks.sizes.rowHeight) - 2);
     m_selection.move(hunks(), step, CodePosition{card, firstVisible, 0}, pageRows);
     update();
     revealSelection();
@@ -489,7 +467,7 @@ void CodePanesItem::revealSelection()
     };
     Q_EMIT scrollRequested(
         shifted(m_contentX, left, left + m_columnWidth, columns().textWidth(side)),
-        shifted(m_contentY, top, top + PanesLayout::rowHeight, height()));
+        shifted(m_contentY, top, top + m_looks.sizes.rowHeight, height()));
 }
 
 void CodePanesItem::copySelection()
@@ -517,54 +495,50 @@ const QList<Hunk> &CodePanesItem::hunks() const
 
 PanesColumns CodePanesItem::columns() const
 {
-    PanesColumns columns;
-    columns.width = width();
-    columns.gutterWidth = m_gutterWidth;
-    columns.columnWidth = m_columnWidth;
-    columns.contentX = m_contentX;
-    return columns;
+    return {m_looks.sizes, width(), m_gutterWidth, m_columnWidth, m_contentX};
 }
 
 void CodePanesItem::paintCard(QPainter &painter, int card) const
 {
     const Hunk &hunk = m_diff->hunks().at(card);
     const bool isSelected = card == m_diff->selectedHunkIndex();
+    const PanesSizes &sizes = m_looks.sizes;
     const qreal top = m_layout.cardTop(card) - m_contentY;
-    const QRectF frame(sideMargin, top, width() - 2 * sideMargin,
+    const QRectF frame(sizes.sideMargin, top, width() - 2 * sizes.sideMargin,
                        m_layout.cardBottom(card) - m_layout.cardTop(card));
 
     const qreal rowsTop = m_layout.rowsTop(card) - m_contentY;
 
     painter.setPen(Qt::NoPen);
-    painter.setBrush(m_colors.card);
-    painter.drawRoundedRect(frame, cornerRadius, cornerRadius);
+    painter.setBrush(m_looks.card);
+    painter.drawRoundedRect(frame, sizes.cornerRadius, sizes.cornerRadius);
     // A head taller than itself by its corners, whose lower part the rows cover.
-    painter.setBrush(isSelected ? m_colors.selectedHead : m_colors.head);
+    painter.setBrush(isSelected ? m_looks.selectedHead : m_looks.head);
     QPainterPath headCorners;
-    headCorners.addRoundedRect(frame, cornerRadius, cornerRadius);
+    headCorners.addRoundedRect(frame, sizes.cornerRadius, sizes.cornerRadius);
     painter.save();
     painter.setClipRect(QRectF(frame.left(), top, frame.width(), rowsTop - top), Qt::IntersectClip);
     painter.drawPath(headCorners);
     painter.restore();
-    painter.fillRect(QRectF(frame.left(), rowsTop - borderWidth, frame.width(), borderWidth),
-                     m_colors.line);
+    painter.fillRect(QRectF(frame.left(), rowsTop - sizes.border, frame.width(), sizes.border),
+                     m_looks.line);
 
     const auto rows = hunk.rows.size();
-    const auto first = std::max<qsizetype>(0, qsizetype(-rowsTop / PanesLayout::rowHeight));
+    const auto first = std::max<qsizetype>(0, qsizetype(-rowsTop / sizes.rowHeight));
     for (qsizetype i = first; i < rows; ++i) {
-        const qreal rowTop = rowsTop + qreal(i) * PanesLayout::rowHeight;
+        const qreal rowTop = rowsTop + qreal(i) * sizes.rowHeight;
         if (rowTop >= height()) {
             break;
         }
         paintRow(painter, PaneRow{card, int(i)}, rowTop);
     }
 
-    const qreal border = isSelected ? 2 * borderWidth : borderWidth;
-    painter.setPen(QPen(isSelected ? m_colors.selectedLine : m_colors.line, border));
+    const qreal border = isSelected ? 2 * sizes.border : sizes.border;
+    painter.setPen(QPen(isSelected ? m_looks.selectedLine : m_looks.line, border));
     painter.setBrush(Qt::NoBrush);
     const qreal inset = border / 2;
-    painter.drawRoundedRect(frame.adjusted(inset, inset, -inset, -inset), cornerRadius - inset,
-                            cornerRadius - inset);
+    painter.drawRoundedRect(frame.adjusted(inset, inset, -inset, -inset),
+                            sizes.cornerRadius - inset, sizes.cornerRadius - inset);
 }
 
 void CodePanesItem::paintRow(QPainter &painter, PaneRow place, qreal top) const
@@ -577,8 +551,9 @@ void CodePanesItem::paintRow(QPainter &painter, PaneRow place, qreal top) const
         paintCell(painter, Cell{side, place, lineOn(row, side), area, isSelected});
     }
     const qreal middle = columns.cell(CodeSide::after, top).left();
-    painter.fillRect(QRectF(middle - borderWidth, top, borderWidth, PanesLayout::rowHeight),
-                     m_colors.line);
+    const PanesSizes &sizes = m_looks.sizes;
+    painter.fillRect(QRectF(middle - sizes.border, top, sizes.border, sizes.rowHeight),
+                     m_looks.line);
 }
 
 void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
@@ -587,25 +562,25 @@ void CodePanesItem::paintCell(QPainter &painter, const Cell &cell) const
     const DiffLine &line = cell.line;
     const std::size_t kind = indexOf(line.kind);
     const bool isSelectedContext = cell.isSelected && line.kind == DiffLineKind::context;
-    painter.fillRect(area, isSelectedContext ? m_colors.selectedCell : m_colors.cell.at(kind));
+    painter.fillRect(area, isSelectedContext ? m_looks.selectedCell : m_looks.cell.at(kind));
     painter.fillRect(QRectF(area.left(), area.top(), m_gutterWidth, area.height()),
-                     isSelectedContext ? m_colors.selectedGutter : m_colors.gutter.at(kind));
+                     isSelectedContext ? m_looks.selectedGutter : m_looks.gutter.at(kind));
     if (line.kind == DiffLineKind::filler) {
         return;
     }
 
-    painter.setPen(m_colors.number.at(kind));
+    painter.setPen(m_looks.number.at(kind));
     if (line.number) {
-        painter.setFont(m_numberFont);
-        painter.drawText(
-            QRectF(area.left(), area.top(), m_gutterWidth - numberMargin, area.height()),
-            Qt::AlignRight | Qt::AlignVCenter, QString::number(*line.number));
+        painter.setFont(m_looks.numberFont);
+        painter.drawText(QRectF(area.left(), area.top(), m_gutterWidth - m_looks.sizes.numberMargin,
+                                area.height()),
+                         Qt::AlignRight | Qt::AlignVCenter, QString::number(*line.number));
     }
-    painter.setFont(m_codeFont);
+    painter.setFont(m_looks.codeFont);
     const qreal signLeft = area.left() + m_gutterWidth;
     if (line.kind != DiffLineKind::context) {
-        painter.drawText(QRectF(signLeft, area.top(), signWidth, area.height()), Qt::AlignCenter,
-                         line.kind == DiffLineKind::addition ? u"+"_s : u"−"_s);
+        painter.drawText(QRectF(signLeft, area.top(), m_looks.sizes.signWidth, area.height()),
+                         Qt::AlignCenter, line.kind == DiffLineKind::addition ? u"+"_s : u"−"_s);
     }
     paintSelection(painter, cell);
     if (!line.text.isEmpty()) {
@@ -626,7 +601,7 @@ void CodePanesItem::paintText(QPainter &painter, const Cell &cell) const
 
     painter.save();
     painter.setClipRect(QRectF(textLeft, area.top(), room, area.height()), Qt::IntersectClip);
-    painter.setPen(m_colors.ink);
+    painter.setPen(m_looks.ink);
     for (const CodeRun &run : runs) {
         painter.drawText(
             QPointF(columns.columnLeft(cell.side, qreal(run.column)), area.top() + m_baseline),
@@ -636,10 +611,11 @@ void CodePanesItem::paintText(QPainter &painter, const Cell &cell) const
 
     const qsizetype end = runs.isEmpty() ? 0 : runs.last().endColumn;
     if (columns.columnLeft(cell.side, qreal(end)) > textLeft + room + 1) {
-        painter.setPen(QPen(m_colors.mark, borderWidth));
-        const QPointF tip(area.right() - cutMarkMargin, area.center().y());
-        painter.drawPolyline(
-            QPolygonF{tip - cutMarkArm, tip, tip + QPointF(-cutMarkArm.x(), cutMarkArm.y())});
+        const PanesSizes &sizes = m_looks.sizes;
+        painter.setPen(QPen(m_looks.mark, sizes.border));
+        const QPointF tip(area.right() - sizes.cutMarkMargin, area.center().y());
+        const QPointF arm(sizes.cutMarkWidth, sizes.cutMarkHeight);
+        painter.drawPolyline(QPolygonF{tip - arm, tip, tip + QPointF(-arm.x(), arm.y())});
     }
 }
 
@@ -663,7 +639,7 @@ void CodePanesItem::paintSelection(QPainter &painter, const Cell &cell) const
     const qreal right = isWhole ? end : std::min(end, leftOf(span->end));
     if (right > left) {
         painter.fillRect(QRectF(left, cell.rectangle.top(), right - left, cell.rectangle.height()),
-                         m_colors.selection);
+                         m_looks.selection);
     }
 }
 

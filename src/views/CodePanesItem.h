@@ -6,16 +6,14 @@
 #include "views/CodeSelection.h"
 #include "views/PanesColumns.h"
 #include "views/PanesLayout.h"
+#include "views/PanesTheme.h"
 #include "views/VisibleCardModel.h"
 
 #include <QAccessible>
 #include <QBasicTimer>
-#include <QColor>
-#include <QFont>
 #include <QPointer>
 #include <QQuickPaintedItem>
 
-#include <array>
 #include <optional>
 
 namespace vantrel {
@@ -97,25 +95,6 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    struct Colors
-    {
-        QColor gutterInk{};
-        QColor ink{};
-        QColor line{};
-        QColor selectedLine{};
-        QColor card{};
-        QColor head{};
-        QColor selectedHead{};
-        QColor mark{};
-        // Each for the kinds of line in their order: context, addition, deletion, filler.
-        std::array<QColor, 4> cell{};
-        std::array<QColor, 4> gutter{};
-        std::array<QColor, 4> number{};
-        QColor selectedCell{};
-        QColor selectedGutter{};
-        QColor selection{};
-    };
-
     struct Cell;
 
     void accessibilityActiveChanged(bool isActive) override;
@@ -124,6 +103,7 @@ private:
     void keepSelectedCard(qreal formerHeight);
     void readTheme();
     void takeHunks();
+    void layOut();
     void updateVisibleCards();
     Task<> measureLines(QList<Hunk> hunks);
     [[nodiscard]] const QList<Hunk> &hunks() const;
@@ -150,15 +130,13 @@ private:
     QPointer<DiffViewModel> m_diff{};
     QPointer<QObject> m_theme{};
     bool m_isDark = false;
-    Colors m_colors{};
-    QFont m_codeFont{};
-    QFont m_numberFont{};
-    qreal m_columnWidth = 7;
-    qreal m_baseline = 14;
+    PanesTheme m_looks{};
+    qreal m_columnWidth = 1;
+    qreal m_baseline = 0;
     qreal m_contentX = 0;
     qreal m_contentY = 0;
     PanesLayout m_layout{};
-    qreal m_gutterWidth = 44;
+    qreal m_gutterWidth = 0;
     qsizetype m_longestLine = 0;
     VisibleCardModel m_visibleCards{};
     CodeSelection m_selection{};

@@ -7,12 +7,11 @@ namespace vantrel {
 
 QRectF PanesColumns::cell(CodeSide side, qreal top) const
 {
-    const qreal left = sideMargin + PanesLayout::border;
+    const qreal left = sizes.sideMargin + sizes.border;
     const qreal inner = width - 2 * left;
     const qreal half = std::floor(inner / 2);
-    return side == CodeSide::before
-               ? QRectF(left, top, half, PanesLayout::rowHeight)
-               : QRectF(left + half, top, inner - half, PanesLayout::rowHeight);
+    return side == CodeSide::before ? QRectF(left, top, half, sizes.rowHeight)
+                                    : QRectF(left + half, top, inner - half, sizes.rowHeight);
 }
 
 qreal PanesColumns::signLeft(CodeSide side) const
@@ -22,12 +21,12 @@ qreal PanesColumns::signLeft(CodeSide side) const
 
 qreal PanesColumns::textLeft(CodeSide side) const
 {
-    return signLeft(side) + signWidth + textIndent;
+    return signLeft(side) + sizes.signWidth + sizes.textIndent;
 }
 
 qreal PanesColumns::textWidth(CodeSide side) const
 {
-    return std::max<qreal>(0, cell(side, 0).right() - textLeft(side) - cutMarkRoom);
+    return std::max<qreal>(0, cell(side, 0).right() - textLeft(side) - sizes.cutMarkRoom);
 }
 
 qreal PanesColumns::maximumContentX(qsizetype longestLine) const

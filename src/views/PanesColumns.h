@@ -1,7 +1,7 @@
 #pragma once
 
 #include "views/CodeSelection.h"
-#include "views/PanesLayout.h"
+#include "views/PanesSizes.h"
 
 #include <QRectF>
 
@@ -11,11 +11,7 @@ namespace vantrel {
 /// of a gutter, a sign and text. Text moves to the left by the scrolled distance; the rest stays.
 struct PanesColumns
 {
-    static constexpr qreal sideMargin = 12;
-    static constexpr qreal signWidth = 18;
-    static constexpr qreal textIndent = 3;
-    static constexpr qreal cutMarkRoom = 14; ///< At the right of a text, for the mark of a cut one.
-
+    const PanesSizes &sizes;
     qreal width = 0; ///< Of both panes together.
     qreal gutterWidth = 0;
     qreal columnWidth = 1;

@@ -4,24 +4,26 @@
 
 namespace vantrel {
 
-PanesLayout::PanesLayout(const QList<Hunk> &hunks)
+PanesLayout::PanesLayout(const QList<Hunk> &hunks, const PanesSizes &sizes)
+    : m_sizes(sizes)
 {
     m_bottoms.reserve(hunks.size());
     qreal bottom = 0;
     for (const Hunk &hunk : hunks) {
-        bottom += gap + headHeight + qreal(hunk.rows.size()) * rowHeight + endHeight + 2 * border;
+        bottom += sizes.gap + sizes.headHeight + qreal(hunk.rows.size()) * sizes.rowHeight +
+                  sizes.endHeight + 2 * sizes.border;
         m_bottoms.append(bottom);
     }
 }
 
 qreal PanesLayout::contentHeight() const
 {
-    return m_bottoms.isEmpty() ? 0 : m_bottoms.last() + gap;
+    return m_bottoms.isEmpty() ? 0 : m_bottoms.last() + m_sizes.gap;
 }
 
 qreal PanesLayout::cardTop(int card) const
 {
-    return (card == 0 ? 0 : m_bottoms.at(card - 1)) + gap;
+    return (card == 0 ? 0 : m_bottoms.at(card - 1)) + m_sizes.gap;
 }
 
 int PanesLayout::firstCardBelow(qreal y) const
@@ -31,7 +33,8 @@ int PanesLayout::firstCardBelow(qreal y) const
 
 int PanesLayout::rowCount(int card) const
 {
-    return int((cardBottom(card) - endHeight - border - rowsTop(card)) / rowHeight);
+    return int((cardBottom(card) - m_sizes.endHeight - m_sizes.border - rowsTop(card)) /
+               m_sizes.rowHeight);
 }
 
 std::optional<PaneRow> PanesLayout::rowAt(qreal y) const
@@ -40,7 +43,7 @@ std::optional<PaneRow> PanesLayout::rowAt(qreal y) const
     if (card == cardCount() || y < rowsTop(card)) {
         return std::nullopt;
     }
-    const int row = int((y - rowsTop(card)) / rowHeight);
+    const int row = int((y - rowsTop(card)) / m_sizes.rowHeight);
     return row < rowCount(card) ? std::optional(PaneRow{card, row}) : std::nullopt;
 }
 
@@ -50,7 +53,7 @@ std::optional<PaneRow> PanesLayout::nearestRow(qreal y) const
     for (int card = found; card >= 0; --card) {
         // A gap belongs to the card above it, a head to its own.
         if (rowCount(card) > 0 && (y >= cardTop(card) || card == 0)) {
-            const int row = y < rowsTop(card) ? 0 : int((y - rowsTop(card)) / rowHeight);
+            const int row = y < rowsTop(card) ? 0 : int((y - rowsTop(card)) / m_sizes.rowHeight);
             return PaneRow{card, std::min(row, rowCount(card) - 1)};
         }
     }

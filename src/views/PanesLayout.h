@@ -1,6 +1,7 @@
 #pragma once
 
 #include "models/Hunk.h"
+#include "views/PanesSizes.h"
 
 #include <QList>
 
@@ -23,19 +24,17 @@ struct PaneRow
 class PanesLayout
 {
 public:
-    static constexpr qreal gap = 12;
-    static constexpr qreal border = 1;
-    static constexpr qreal headHeight = 32;
-    static constexpr qreal rowHeight = 20;
-    static constexpr qreal endHeight = 6;
-
     PanesLayout() = default;
-    explicit PanesLayout(const QList<Hunk> &hunks);
+    PanesLayout(const QList<Hunk> &hunks, const PanesSizes &sizes);
 
+    [[nodiscard]] const PanesSizes &sizes() const { return m_sizes; }
     [[nodiscard]] int cardCount() const { return int(m_bottoms.size()); }
     [[nodiscard]] qreal contentHeight() const;
     [[nodiscard]] qreal cardTop(int card) const;
-    [[nodiscard]] qreal rowsTop(int card) const { return cardTop(card) + border + headHeight; }
+    [[nodiscard]] qreal rowsTop(int card) const
+    {
+        return cardTop(card) + m_sizes.border + m_sizes.headHeight;
+    }
     [[nodiscard]] qreal cardBottom(int card) const { return m_bottoms.at(card); }
 
     /// The first card that reaches below `y`; the number of cards when none does.
@@ -44,7 +43,7 @@ public:
     [[nodiscard]] int rowCount(int card) const;
     [[nodiscard]] qreal rowTop(PaneRow row) const
     {
-        return rowsTop(row.card) + qreal(row.row) * rowHeight;
+        return rowsTop(row.card) + qreal(row.row) * m_sizes.rowHeight;
     }
 
     /// The row at `y`; none on heads, ends and gaps.
@@ -54,6 +53,7 @@ public:
     [[nodiscard]] std::optional<PaneRow> nearestRow(qreal y) const;
 
 private:
+    PanesSizes m_sizes{};
     QList<qreal> m_bottoms{};
 };
 

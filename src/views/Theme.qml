@@ -137,6 +137,7 @@ QtObject {
     readonly property int menuWidthSize: 232
     readonly property int fieldPaddingSize: 10
     readonly property int buttonPaddingSize: 14
+    readonly property int buttonLargePaddingSize: 18
     readonly property int bulletSize: 6
     readonly property int composerMaxSize: 120
     readonly property int choiceIndentSize: 36
@@ -171,6 +172,16 @@ QtObject {
     readonly property int subWindowMinHeightSize: 320
     readonly property int keysColumnSize: 260
     readonly property int dividerHitSize: 8
+    readonly property int headingGapSize: 10
+    readonly property int explanationFootSize: 18
+    readonly property int proseRiseSize: 1
+    readonly property int cardEndSize: 6
+    readonly property int gutterDigitSize: 7
+    readonly property int codeIndentSize: 3
+    readonly property int cutMarkRoomSize: 14
+    readonly property real cutMarkMarginSize: 7.5
+    readonly property real cutMarkWidthSize: 2.5
+    readonly property real cutMarkHeightSize: 2.75
     readonly property int pickerTopMinSize: 32
     readonly property int pickerTopMaxSize: 240
     readonly property int pickerTopStartSize: 540
@@ -227,6 +238,7 @@ QtObject {
     readonly property int bodyLine: 20
     readonly property font bodyBoldFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.DemiBold })
     readonly property int bodyBoldLine: 20
+    readonly property font bodyUnderlinedFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.Normal, underline: true })
     readonly property font smallFont: Qt.font({ family: uiFamily, pixelSize: 12, weight: Font.Normal })
     readonly property int smallLine: 18
     readonly property font captionFont: Qt.font({ family: uiFamily, pixelSize: 11, weight: Font.DemiBold })
@@ -250,5 +262,7 @@ QtObject {
     readonly property real veilOpacity: 0.86
     /// Work that ends sooner leaves no trace on screen.
     readonly property int patienceDuration: 150
+    readonly property int dragScrollDuration: 30
+    readonly property int flickSpeed: 800 // Pixels a second.
     readonly property int toolTipDelayDuration: 600
 }

@@ -142,14 +142,14 @@ void VisibleCardModel::showRows()
     for (int card = firstShown(); isShown(card); ++card) {
         const bool isNew = !m_rows.contains(card);
         if (isNew) {
-            m_rows.insert(card, new VisibleRowModel(*m_diff, card, this));
+            m_rows.insert(card, new VisibleRowModel(*m_diff, card, m_layout.sizes(), this));
         }
+        const qreal rowHeight = m_layout.sizes().rowHeight;
         const qreal above = m_top - m_layout.rowsTop(card);
         const auto row = [&](qreal y) {
-            return std::clamp(int(y / PanesLayout::rowHeight), 0, m_layout.rowCount(card));
+            return std::clamp(int(y / rowHeight), 0, m_layout.rowCount(card));
         };
-        m_rows.value(card)->setWindow(row(above),
-                                      row(above + m_height + PanesLayout::rowHeight - 1));
+        m_rows.value(card)->setWindow(row(above), row(above + m_height + rowHeight - 1));
         if (isNew) {
             announce(card, {RowsRole});
         }

@@ -1,7 +1,6 @@
 #include "views/VisibleRowModel.h"
 
 #include "views/CodeText.h"
-#include "views/PanesLayout.h"
 
 namespace vantrel {
 
@@ -43,10 +42,12 @@ QString accessibleRowName(const DiffRow &row)
     return sides.join(u' ');
 }
 
-VisibleRowModel::VisibleRowModel(DiffViewModel &diff, int hunkIndex, QObject *parent)
+VisibleRowModel::VisibleRowModel(DiffViewModel &diff, int hunkIndex, const PanesSizes &sizes,
+                                 QObject *parent)
     : WindowedListModel(parent)
     , m_diff(&diff)
     , m_hunkIndex(hunkIndex)
+    , m_sizes(sizes)
 {}
 
 QVariant VisibleRowModel::data(const QModelIndex &index, int role) const
@@ -57,7 +58,7 @@ QVariant VisibleRowModel::data(const QModelIndex &index, int role) const
     const int row = firstShown() + index.row();
     switch (role) {
     case TopRole:
-        return PanesLayout::border + PanesLayout::headHeight + qreal(row) * PanesLayout::rowHeight;
+        return m_sizes.border + m_sizes.headHeight + qreal(row) * m_sizes.rowHeight;
     case AccessibleNameRole:
         return accessibleRowName(m_diff->hunks().at(m_hunkIndex).rows.at(row));
     default:

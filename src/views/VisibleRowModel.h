@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/DiffViewModel.h"
+#include "views/PanesSizes.h"
 #include "views/WindowedListModel.h"
 
 #include <QPointer>
@@ -22,7 +23,7 @@ public:
         AccessibleNameRole,         ///< QString
     };
 
-    VisibleRowModel(DiffViewModel &diff, int hunkIndex, QObject *parent);
+    VisibleRowModel(DiffViewModel &diff, int hunkIndex, const PanesSizes &sizes, QObject *parent);
 
     /// Holds the rows from `first` to before `end`.
     void setWindow(int first, int end) { moveWindow(first, end); }
@@ -33,6 +34,7 @@ public:
 private:
     QPointer<DiffViewModel> m_diff;
     int m_hunkIndex;
+    PanesSizes m_sizes;
 };
 
 } // namespace vantrel

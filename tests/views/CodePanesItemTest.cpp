@@ -1,6 +1,7 @@
 #include "views/CodePanesItem.h"
 
 #include "OpenedFile.h"
+#include "SamplePanesTheme.h"
 #include "Samples.h"
 #include "support/Spin.h"
 
@@ -46,10 +47,7 @@ void fillTheme(QObject &theme)
     for (const auto &[name, color] : colors) {
         theme.setProperty(name, color);
     }
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(12);
-    theme.setProperty("codeFont", font);
-    theme.setProperty("codeNumberFont", font);
+    fillSizesAndFonts(theme);
 }
 
 FileChange fileWithLine(const QString &line)

@@ -1,4 +1,5 @@
 #include "views/PanesColumns.h"
+#include "SamplePanesTheme.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +8,8 @@ namespace {
 
 PanesColumns columns()
 {
-    PanesColumns made;
+    static const PanesSizes sizes = samplePanesSizes();
+    PanesColumns made{sizes};
     made.width = 901; // Within margins and borders 875, so the panes differ by one pixel.
     made.gutterWidth = 44;
     made.columnWidth = 7;
@@ -31,7 +33,7 @@ TEST(PanesColumns, ScrollsSoFarThatTheLongestLineEndsInTheNarrowerPane)
 {
     EXPECT_EQ(columns().maximumContentX(51), 0);
     EXPECT_EQ(columns().maximumContentX(52), 52 * 7 - 358);
-    EXPECT_EQ(PanesColumns().maximumContentX(0), 0);
+    EXPECT_EQ(columns().maximumContentX(0), 0);
 }
 
 TEST(PanesColumns, TellsSidesGuttersAndColumnsApart)

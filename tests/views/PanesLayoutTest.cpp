@@ -1,4 +1,5 @@
 #include "views/PanesLayout.h"
+#include "SamplePanesTheme.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +13,14 @@ Hunk hunkOf(qsizetype rows)
     return hunk;
 }
 
+PanesLayout layOut(const QList<Hunk> &hunks)
+{
+    return {hunks, samplePanesSizes()};
+}
+
 TEST(PanesLayout, StacksCardsOfAHeadRowsAndAnEndWithGapsAround)
 {
-    const PanesLayout layout({hunkOf(6), hunkOf(1)});
+    const PanesLayout layout = layOut({hunkOf(6), hunkOf(1)});
 
     EXPECT_EQ(layout.cardCount(), 2);
     EXPECT_EQ(layout.cardTop(0), 12);
@@ -26,7 +32,7 @@ TEST(PanesLayout, StacksCardsOfAHeadRowsAndAnEndWithGapsAround)
 
 TEST(PanesLayout, HasNoHeightWithoutHunks)
 {
-    const PanesLayout layout{QList<Hunk>()};
+    const PanesLayout layout = layOut({});
 
     EXPECT_EQ(layout.contentHeight(), 0);
     EXPECT_EQ(layout.firstCardBelow(0), 0);
@@ -34,7 +40,7 @@ TEST(PanesLayout, HasNoHeightWithoutHunks)
 
 TEST(PanesLayout, FindsTheFirstCardThatReachesBelowAPosition)
 {
-    const PanesLayout layout({hunkOf(6), hunkOf(1), hunkOf(2)});
+    const PanesLayout layout = layOut({hunkOf(6), hunkOf(1), hunkOf(2)});
 
     EXPECT_EQ(layout.firstCardBelow(0), 0);
     EXPECT_EQ(layout.firstCardBelow(layout.cardBottom(0) - 1), 0);
@@ -45,7 +51,7 @@ TEST(PanesLayout, FindsTheFirstCardThatReachesBelowAPosition)
 
 TEST(PanesLayout, FindsTheRowAtAPosition)
 {
-    const PanesLayout layout({hunkOf(6), hunkOf(1)});
+    const PanesLayout layout = layOut({hunkOf(6), hunkOf(1)});
 
     EXPECT_EQ(layout.rowAt(layout.rowsTop(0) - 1), std::nullopt) << "on a head";
     EXPECT_EQ(layout.rowAt(layout.rowsTop(0)), (PaneRow{0, 0}));
@@ -58,7 +64,7 @@ TEST(PanesLayout, FindsTheRowAtAPosition)
 
 TEST(PanesLayout, FindsTheNearestRow)
 {
-    const PanesLayout layout({hunkOf(6), hunkOf(0), hunkOf(1)});
+    const PanesLayout layout = layOut({hunkOf(6), hunkOf(0), hunkOf(1)});
 
     EXPECT_EQ(layout.nearestRow(-5), (PaneRow{0, 0}));
     EXPECT_EQ(layout.nearestRow(layout.rowsTop(0) + 25), (PaneRow{0, 1}));
@@ -66,8 +72,8 @@ TEST(PanesLayout, FindsTheNearestRow)
     EXPECT_EQ(layout.nearestRow(layout.cardTop(1) + 1), (PaneRow{0, 5})) << "in an empty card";
     EXPECT_EQ(layout.nearestRow(layout.cardTop(2) + 1), (PaneRow{2, 0})) << "on its head";
     EXPECT_EQ(layout.nearestRow(layout.contentHeight() + 50), (PaneRow{2, 0}));
-    EXPECT_EQ(PanesLayout({hunkOf(0), hunkOf(2)}).nearestRow(0), (PaneRow{1, 0}));
-    EXPECT_EQ(PanesLayout({hunkOf(0)}).nearestRow(0), std::nullopt);
+    EXPECT_EQ(layOut({hunkOf(0), hunkOf(2)}).nearestRow(0), (PaneRow{1, 0}));
+    EXPECT_EQ(layOut({hunkOf(0)}).nearestRow(0), std::nullopt);
     EXPECT_EQ(PanesLayout().nearestRow(0), std::nullopt);
 }
 

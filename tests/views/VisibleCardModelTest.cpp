@@ -1,6 +1,7 @@
 #include "views/VisibleCardModel.h"
 
 #include "OpenedFile.h"
+#include "SamplePanesTheme.h"
 #include "Samples.h"
 
 #include <gtest/gtest.h>
@@ -36,7 +37,7 @@ protected:
     /// The cards from `first` to before `end`, just as high.
     void show(int first, int end)
     {
-        const PanesLayout layout(file.diff().hunks());
+        const PanesLayout layout(file.diff().hunks(), samplePanesSizes());
         const qreal top = layout.cardTop(first);
         model.setWindow(layout, top, layout.cardBottom(end - 1) - top);
     }
@@ -140,7 +141,7 @@ TEST_F(VisibleCardModelTest, SplitsAHeaderBehindItsClosingMarker)
     OpenedFile other(changedFile(u"b.cpp"_s, {hunk}));
     model.setDiff(&other.diff());
 
-    model.setWindow(PanesLayout(other.diff().hunks()), 0, 100);
+    model.setWindow(PanesLayout(other.diff().hunks(), samplePanesSizes()), 0, 100);
 
     EXPECT_EQ(value(0, VisibleCardModel::RangeRole), u"@@ -1 +1 @@"_s);
     EXPECT_EQ(value(0, VisibleCardModel::SectionRole), u"void f() { @@"_s);
@@ -167,7 +168,7 @@ TEST_F(VisibleCardModelTest, ListsTheRowsOfACardThatAreInView)
     hunk.lines =
         QList<RawDiffLine>(50, RawDiffLine{RawLineKind::context, TextSlice::fromString(u"same"_s)});
     OpenedFile other(changedFile(u"b.cpp"_s, {hunk}));
-    const PanesLayout layout(other.diff().hunks());
+    const PanesLayout layout(other.diff().hunks(), samplePanesSizes());
     model.setDiff(&other.diff());
     model.setHasReader(true);
 
