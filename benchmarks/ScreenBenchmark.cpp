@@ -30,6 +30,7 @@ constexpr int ordinaryHunk = 50;
 constexpr int smallHunk = 2;
 constexpr int pageCount = 300;
 constexpr int chunkCount = 10'000;
+constexpr int chunksOfParagraph = 60;
 constexpr int pagesAfterBurst = 20;
 constexpr int deltaCount = 200;
 
@@ -94,7 +95,7 @@ void scroll(const MeteredApplication &application, const char *figure, int lines
     printFrames(figure, pages);
 }
 
-/// The pieces of an answer, of one to twenty characters.
+/// The pieces of an answer, of one to twenty characters, in paragraphs of some hundred words.
 QStringList chunks()
 {
     const QString letters = u"etaoinshrdlu mfwygpbvk xqjz,. "_s;
@@ -106,7 +107,7 @@ QStringList chunks()
         for (qsizetype left = 1 + draw(20); left > 0; --left) {
             chunk += letters.at(draw(letters.size()));
         }
-        chunks.append(chunk);
+        chunks.append((i + 1) % chunksOfParagraph == 0 ? u"\n\n"_s : chunk);
     }
     return chunks;
 }

@@ -13,7 +13,7 @@ Item {
     required property string accessibleName
 
     readonly property bool isThinking: root.isStreaming && root.text === ""
-    readonly property real maximumWidth: Math.floor(Theme.bubbleRatio * root.width)
+    readonly property real maximumWidth: Math.round(Theme.bubbleRatio * root.width)
 
     implicitHeight: bubble.height
     Accessible.role: Accessible.ListItem
@@ -48,7 +48,7 @@ Item {
             ProseText {
                 id: message
 
-                width: Math.min(Math.ceil(implicitWidth), root.maximumWidth - 2 * Theme.spaceM)
+                width: Math.min(Math.ceil(naturalWidth), root.maximumWidth - 2 * Theme.spaceM)
                 visible: !root.isThinking
                 source: root.text
                 isMarkdown: !root.isQuestion

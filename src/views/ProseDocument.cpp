@@ -104,6 +104,7 @@ void ProseDocument::componentComplete()
 void ProseDocument::writeAnew()
 {
     m_written = {};
+    m_width = {};
     if (m_isComplete && m_document) {
         m_document->textDocument()->setUndoRedoEnabled(false);
         m_document->textDocument()->clear();
@@ -141,7 +142,18 @@ void ProseDocument::write()
     }
     cursor.insertText(prose.text.sliced(position), QTextCharFormat());
     cursor.endEditBlock();
+    measure(prose, common);
     m_written = prose;
+}
+
+void ProseDocument::measure(const Prose &prose, qsizetype common)
+{
+    const QTextDocument &document = *m_document->textDocument();
+    ProseWidth::Looks looks{document.defaultFont(), document.defaultTextOption(), {}};
+    for (const ProseSpan &span : prose.spans) {
+        looks.formats.append({int(span.start), int(span.length), formatOf(span)});
+    }
+    m_width.measure(prose.text, common, looks);
 }
 
 QTextCharFormat ProseDocument::formatOf(const ProseSpan &span) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "views/InlineMarkdown.h"
+#include "views/ProseWidth.h"
 
 #include <QFont>
 #include <QObject>
@@ -26,6 +27,7 @@ class ProseDocument : public QObject, public QQmlParserStatus
     Q_PROPERTY(QQuickTextDocument *document READ document WRITE setDocument NOTIFY changed)
     Q_PROPERTY(QString source READ source WRITE setSource NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
+    Q_PROPERTY(qreal naturalWidth READ naturalWidth NOTIFY changed)
     Q_PROPERTY(bool isMarkdown READ isMarkdown WRITE setIsMarkdown NOTIFY changed)
     Q_PROPERTY(qreal line READ line WRITE setLine NOTIFY changed)
     Q_PROPERTY(QFont strongFont READ strongFont WRITE setStrongFont NOTIFY changed)
@@ -40,6 +42,8 @@ public:
     void setSource(const QString &source);
     /// What is read of it. The text item's own text is not told to bindings from the start.
     [[nodiscard]] QString text() const { return m_written.text; }
+    /// In pixels, when no line is wrapped.
+    [[nodiscard]] qreal naturalWidth() const { return m_width.width(); }
     /// Whether the source is inline Markdown; else it is shown as it is.
     [[nodiscard]] bool isMarkdown() const { return m_isMarkdown; }
     void setIsMarkdown(bool isMarkdown);
@@ -59,6 +63,7 @@ Q_SIGNALS:
 private:
     void writeAnew();
     void write();
+    void measure(const Prose &prose, qsizetype common);
     [[nodiscard]] QTextCharFormat formatOf(const ProseSpan &span) const;
 
     QPointer<QQuickTextDocument> m_document{};
@@ -69,6 +74,7 @@ private:
     QFont m_codeFont{};
     bool m_isComplete = false;
     Prose m_written{}; ///< What the document holds.
+    ProseWidth m_width{};
 };
 
 } // namespace vantrel

@@ -11,11 +11,17 @@ TextEdit {
     property alias source: prose.source
     property alias isMarkdown: prose.isMarkdown
 
+    /// Without a wrapped line. Unlike the implicit width it costs no second layout of the text.
+    readonly property alias naturalWidth: prose.naturalWidth
+
     textFormat: TextEdit.PlainText
     wrapMode: TextEdit.Wrap
     readOnly: true
     selectByMouse: true
     activeFocusOnPress: false
+    // A line of a document stands at the foot of its height, one of a label in the middle.
+    topPadding: -Theme.proseRiseSize
+    bottomPadding: Theme.proseRiseSize
     font: Theme.bodyFont
     color: Theme.ink
     selectionColor: Theme.selection

@@ -14,6 +14,7 @@
 #include <QTextBlock>
 #include <QTextDocument>
 
+#include <cmath>
 #include <memory>
 
 namespace vantrel::test {
@@ -74,6 +75,26 @@ TEST(ProseText, ShowsLooksInPlaceOfMarks)
     EXPECT_GT(shown.lookAt(4).fontWeight(), int(QFont::Normal));
     EXPECT_EQ(shown.lookAt(6).fontFamilies().toStringList(), QStringList{u"monospace"_s});
     EXPECT_EQ(shown.lookAt(6).property(QTextFormat::FontPixelSize), 12);
+}
+
+/// The text item's own measure, for which it lays out all lines again.
+TEST(ProseText, IsAsWideAsItsWidestLineWhateverItGrewFrom)
+{
+    const QString whole = u"one\n**a strong line** of some length\n\n`code` and *so*\nWAVE Ta"_s;
+    Shown grown(u"ProseText {}"_s);
+
+    for (qsizetype length = 1; length <= whole.size(); ++length) {
+        grown.setSource(whole.first(length));
+        EXPECT_EQ(std::ceil(grown.item().property("naturalWidth").toReal()),
+                  std::ceil(grown.item().implicitWidth()))
+            << length;
+    }
+    for (const QString &other : {u"one\ntwo"_s, u"**one\ntwo**"_s, QString()}) {
+        grown.setSource(other);
+        EXPECT_EQ(std::ceil(grown.item().property("naturalWidth").toReal()),
+                  std::ceil(grown.item().implicitWidth()))
+            << other.toStdString();
+    }
 }
 
 TEST(ProseText, ShowsATextThatItIsMadeWith)
