@@ -47,6 +47,7 @@ T.ComboBox {
         x: root.width - width - Theme.fieldPaddingSize - Theme.hairlineWidth
         anchors.verticalCenter: parent.verticalCenter
         name: "chevron-down"
+        size: Theme.iconSmallSize
         tint: root.enabled ? Theme.inkHeading : Theme.inkDisabled
     }
 

@@ -79,8 +79,8 @@ FocusScope {
             onTriggered: list.follow()
         }
 
-        Keys.onUpPressed: list.flick(0, 800)
-        Keys.onDownPressed: list.flick(0, -800)
+        Keys.onUpPressed: list.flick(0, Theme.flickSpeed)
+        Keys.onDownPressed: list.flick(0, -Theme.flickSpeed)
         Keys.onEscapePressed: root.escaped()
 
         delegate: ChatBubbleView {
@@ -116,17 +116,6 @@ FocusScope {
         radius: Theme.controlRadius
     }
 
-    PlainLabel {
-        anchors.centerIn: list
-        width: list.width
-        visible: list.count === 0 && conversation.message === "" && conversation.chat !== null
-        horizontalAlignment: Text.AlignHCenter
-        text: qsTr("Ask about this hunk — intent, risk, or what to test.")
-        color: Theme.inkTertiary
-        wrapMode: Text.Wrap
-        elide: Text.ElideNone
-    }
-
     Column {
         id: foot
 
@@ -135,6 +124,15 @@ FocusScope {
         width: root.width - 2 * x
         spacing: Theme.spaceM
         visible: conversation.chat !== null
+
+        PlainLabel {
+            width: foot.width
+            visible: list.count === 0 && conversation.message === ""
+            text: qsTr("Ask about this hunk — intent, risk, or what to test.")
+            color: Theme.inkSecondary
+            wrapMode: Text.Wrap
+            elide: Text.ElideNone
+        }
 
         Flow {
             width: foot.width

@@ -15,7 +15,7 @@ Item {
 
     signal escaped
 
-    implicitHeight: column.implicitHeight + 2 * Theme.spaceL
+    implicitHeight: flick.contentHeight
     Keys.onEscapePressed: root.escaped()
 
     ExplanationPresenter {
@@ -31,53 +31,58 @@ Item {
         clip: true
         boundsBehavior: Flickable.StopAtBounds
         contentWidth: width
-        contentHeight: column.implicitHeight + 2 * Theme.spaceL
+        contentHeight: column.y + column.implicitHeight + Theme.explanationFootSize
         Accessible.role: Accessible.Section
         Accessible.name: heading.text
 
-        Column {
-            id: column
+        Item {
+            id: title
 
             x: Theme.spaceXl
             y: Theme.spaceL
             width: flick.width - 2 * Theme.spaceXl
-            spacing: Theme.spaceM
+            height: Theme.bodyLine
             visible: root.hasExplanation
 
-            Item {
-                width: column.width
-                height: Theme.bodyLine
+            PlainLabel {
+                id: heading
+
+                text: qsTr("This change")
+                font: Theme.bodyBoldFont
+                color: Theme.inkHeading
+                Accessible.role: Accessible.Heading
+            }
+
+            Rectangle {
+                anchors.right: parent.right
+                width: tag.width + 2 * Theme.spaceS
+                height: Theme.badgeSize
+                visible: explanation.tag !== ""
+                radius: Theme.badgeRadius
+                color: Theme.accentSoft
 
                 PlainLabel {
-                    id: heading
+                    id: tag
 
-                    text: qsTr("This change")
-                    font: Theme.bodyBoldFont
-                    color: Theme.inkHeading
-                    Accessible.role: Accessible.Heading
-                }
-
-                Rectangle {
-                    anchors.right: parent.right
-                    width: tag.width + 2 * Theme.spaceS
-                    height: Theme.badgeSize
-                    visible: explanation.tag !== ""
-                    radius: Theme.badgeRadius
-                    color: Theme.accentSoft
-
-                    PlainLabel {
-                        id: tag
-
-                        anchors.verticalCenter: parent.verticalCenter
-                        x: Theme.spaceS
-                        width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
-                        text: explanation.tag
-                        font: Theme.smallFont
-                        line: Theme.smallLine
-                        color: Theme.accent
-                    }
+                    anchors.verticalCenter: parent.verticalCenter
+                    x: Theme.spaceS
+                    width: Math.min(implicitWidth, Theme.tagMaxSize - 2 * Theme.spaceS)
+                    text: explanation.tag
+                    font: Theme.smallFont
+                    line: Theme.smallLine
+                    color: Theme.accent
                 }
             }
+        }
+
+        Column {
+            id: column
+
+            x: title.x
+            y: title.y + title.height + Theme.headingGapSize
+            width: title.width
+            spacing: Theme.spaceM
+            visible: root.hasExplanation
 
             Row {
                 visible: explanation.state === ExplanationPresenter.Reading

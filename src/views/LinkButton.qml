@@ -21,7 +21,7 @@ T.AbstractButton {
     contentItem: PlainLabel {
         text: root.text
         color: root.hovered || root.down ? Theme.accentHover : Theme.accent
-        font.underline: root.hovered
+        font: root.hovered ? Theme.bodyUnderlinedFont : Theme.bodyFont
         Accessible.ignored: true
     }
 

@@ -94,6 +94,8 @@ FocusScope {
 
             focus: true
             height: Theme.controlLargeSize
+            leftPadding: Theme.buttonLargePaddingSize
+            rightPadding: Theme.buttonLargePaddingSize
             text: qsTr("Choose Folder…")
             onClicked: root.folderRequested()
         }

@@ -72,7 +72,7 @@ Rectangle {
             iconName: "close"
             hoverColor: Theme.windowClose
             pressedColor: Theme.windowClose
-            labelColor: hovered || down ? Theme.inkOnWindowClose : Theme.inkHeading
+            labelColor: hovered || down ? Theme.inkOnWindowClose : Theme.inkSecondary
             onClicked: root.Window.window.close()
         }
     }

@@ -8,5 +8,4 @@ QuietButton {
     width: Theme.windowButtonSize
     height: Theme.controlCompactSize
     display: T.AbstractButton.IconOnly
-    labelColor: Theme.inkHeading
 }
