@@ -74,14 +74,17 @@ FocusScope {
         }
     }
 
-    // The one tab stop of the panes, below them, so that it takes no press from them.
+    // The one tab stop of the panes, around them, so that it takes no press from them.
     T.Control {
         id: keyboard
 
-        anchors.fill: flick
+        anchors.top: header.bottom
+        anchors.bottom: sideways.visible ? sideways.top : parent.bottom
+        width: root.width
         focus: true
         focusPolicy: Qt.TabFocus
-        Accessible.ignored: true
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Changes in %1").arg(words.name)
 
         Keys.onPressed: event => {
             const page = flick.height - 2 * Theme.codeRowSize;
@@ -125,78 +128,74 @@ FocusScope {
                 event.accepted = false;
             }
         }
-    }
 
-    Flickable {
-        id: flick
+        Flickable {
+            id: flick
 
-        anchors.top: header.bottom
-        anchors.bottom: sideways.visible ? sideways.top : parent.bottom
-        width: root.width
-        clip: true
-        boundsBehavior: Flickable.StopAtBounds
-        contentWidth: width
-        contentHeight: panes.contentHeight
-        interactive: false
-        Accessible.role: Accessible.List
-        Accessible.name: qsTr("Changes in %1").arg(words.name)
+            anchors.fill: parent
+            clip: true
+            boundsBehavior: Flickable.StopAtBounds
+            contentWidth: width
+            contentHeight: panes.contentHeight
+            interactive: false
 
-        CodePanesItem {
-            id: panes
+            CodePanesItem {
+                id: panes
 
-            objectName: "panes"
-            y: flick.contentY
-            width: flick.width
-            height: flick.height
-            diff: root.viewModel
-            theme: Theme
-            isDark: Theme.dark
-            contentY: flick.contentY
-            onMaximumContentXChanged: root.scrollSideways(contentX)
-            onPressed: keyboard.forceActiveFocus(Qt.MouseFocusReason)
-            onCardClicked: card => root.viewModel.select(card)
-            onScrollRequested: (x, y) => {
-                root.scrollSideways(x);
-                root.scrollTo(y, false);
-            }
-        }
-
-        Repeater {
-            model: panes.visibleCards
-
-            HunkCardView {
-                x: Theme.spaceM
-                y: cardTop
-                width: flick.width - 2 * Theme.spaceM
-                onSelected: root.viewModel.select(hunkIndex)
-            }
-        }
-
-        // Each takes one direction of a wheel or touchpad.
-        WheelHandler {
-            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-            orientation: Qt.Vertical
-            target: null
-            onWheel: event => {
-                const distance = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2;
-                if (event.modifiers & Qt.ShiftModifier) {
-                    root.scrollSideways(panes.contentX - distance);
-                } else {
-                    root.scrollTo(flick.contentY - distance, false);
+                objectName: "panes"
+                y: flick.contentY
+                width: flick.width
+                height: flick.height
+                diff: root.viewModel
+                theme: Theme
+                isDark: Theme.dark
+                contentY: flick.contentY
+                onMaximumContentXChanged: root.scrollSideways(contentX)
+                onPressed: keyboard.forceActiveFocus(Qt.MouseFocusReason)
+                onCardClicked: card => root.viewModel.select(card)
+                onScrollRequested: (x, y) => {
+                    root.scrollSideways(x);
+                    root.scrollTo(y, false);
                 }
             }
-        }
 
-        WheelHandler {
-            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
-            orientation: Qt.Horizontal
-            target: null
-            onWheel: event => root.scrollSideways(panes.contentX - (event.pixelDelta.x !== 0 ? event.pixelDelta.x : event.angleDelta.x / 2))
+            Repeater {
+                model: panes.visibleCards
+
+                HunkCardView {
+                    x: Theme.spaceM
+                    y: cardTop
+                    width: flick.width - 2 * Theme.spaceM
+                    onSelected: root.viewModel.select(hunkIndex)
+                }
+            }
+
+            // Each takes one direction of a wheel or touchpad.
+            WheelHandler {
+                acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+                orientation: Qt.Vertical
+                target: null
+                onWheel: event => {
+                    const distance = event.pixelDelta.y !== 0 ? event.pixelDelta.y : event.angleDelta.y / 2;
+                    if (event.modifiers & Qt.ShiftModifier) {
+                        root.scrollSideways(panes.contentX - distance);
+                    } else {
+                        root.scrollTo(flick.contentY - distance, false);
+                    }
+                }
+            }
+
+            WheelHandler {
+                acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+                orientation: Qt.Horizontal
+                target: null
+                onWheel: event => root.scrollSideways(panes.contentX - (event.pixelDelta.x !== 0 ? event.pixelDelta.x : event.angleDelta.x / 2))
+            }
         }
     }
 
     FocusRing {
-        anchors.fill: flick
+        anchors.fill: keyboard
         anchors.margins: 0
         visible: keyboard.visualFocus
     }
@@ -211,8 +210,8 @@ FocusScope {
     }
 
     ThinScrollBar {
-        anchors.top: flick.top
-        anchors.bottom: flick.bottom
+        anchors.top: keyboard.top
+        anchors.bottom: keyboard.bottom
         anchors.right: parent.right
         size: flick.visibleArea.heightRatio
         position: flick.visibleArea.yPosition

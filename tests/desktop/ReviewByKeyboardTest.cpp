@@ -35,11 +35,11 @@ TEST_F(ReviewByKeyboard, ReturnOpensTheFirstFileAndDownStepsIntoTheNext)
     await({focused(beginning(u"list item"_s, u"CMakeLists.txt, "_s))});
 
     pressKey(u"Return"_s);
-    await(
-        {named(u"list"_s, u"Changes in CMakeLists.txt"_s), named(u"label"_s, u"Change 1 of 1"_s)});
+    await({focused(named(u"list"_s, u"Changes in CMakeLists.txt"_s)),
+           named(u"label"_s, u"Change 1 of 1"_s)});
 
     pressKey(u"Down"_s);
-    await({named(u"list"_s, u"Changes in keys.json"_s)});
+    await({focused(named(u"list"_s, u"Changes in keys.json"_s))});
 
     pressKey(u"Escape"_s);
     await({focused(beginning(u"list item"_s, u"assets/keys.json, "_s))});
