@@ -48,7 +48,8 @@ ExplanationPresenter::State ExplanationPresenter::state() const
         return State::None;
     }
     if (selected->explanationState.isLoading()) {
-        return prose().isEmpty() ? State::Reading : State::Streaming;
+        const auto streamed = m_diff->streamingExplanationView(m_diff->selectedHunkIndex());
+        return streamed.value_or(QStringView()).isEmpty() ? State::Reading : State::Streaming;
     }
     return selected->explanationState.isLoaded() ? State::Loaded : State::Failed;
 }

@@ -12,6 +12,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Laid out in a part of a frame.
+constexpr qsizetype pieceLength = 4'096;
+constexpr int frameLength = 16; // Milliseconds.
+
 /// With one character for every way in which a document ends a line, so that positions agree.
 QString withLineFeeds(QString source)
 {
@@ -41,6 +45,19 @@ qsizetype commonLength(const Prose &former, const Prose &latter)
         common = std::min(common, differing.second->start);
     }
     return common;
+}
+
+Prose beginningOf(const Prose &prose, qsizetype end)
+{
+    Prose beginning{prose.text.first(end), {}};
+    for (ProseSpan span : prose.spans) {
+        if (span.start >= end) {
+            break;
+        }
+        span.length = std::min(span.length, end - span.start);
+        beginning.spans.append(span);
+    }
+    return beginning;
 }
 
 } // namespace
@@ -101,6 +118,16 @@ void ProseDocument::componentComplete()
     writeAnew();
 }
 
+void ProseDocument::timerEvent(QTimerEvent *)
+{
+    if (!m_document) {
+        m_nextPiece.stop();
+        return;
+    }
+    writePiece();
+    Q_EMIT changed();
+}
+
 void ProseDocument::writeAnew()
 {
     m_written = {};
@@ -119,8 +146,15 @@ void ProseDocument::write()
         return;
     }
     const QString source = withLineFeeds(m_source);
-    const Prose prose = m_isMarkdown ? inlineMarkdown(source) : Prose{source, {}};
-    const qsizetype common = commonLength(m_written, prose);
+    m_prose = m_isMarkdown ? inlineMarkdown(source) : Prose{source, {}};
+    writePiece();
+}
+
+void ProseDocument::writePiece()
+{
+    const qsizetype common = commonLength(m_written, m_prose);
+    const qsizetype pieceEnd = std::min(m_prose.text.size(), common + pieceLength);
+    const Prose prose = beginningOf(m_prose, pieceEnd);
 
     QTextCursor cursor(m_document->textDocument());
     cursor.beginEditBlock();
@@ -144,6 +178,11 @@ void ProseDocument::write()
     cursor.endEditBlock();
     measure(prose, common);
     m_written = prose;
+    if (pieceEnd < m_prose.text.size()) {
+        m_nextPiece.start(frameLength, this);
+    } else {
+        m_nextPiece.stop();
+    }
 }
 
 void ProseDocument::measure(const Prose &prose, qsizetype common)

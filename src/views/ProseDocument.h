@@ -3,6 +3,7 @@
 #include "views/InlineMarkdown.h"
 #include "views/ProseWidth.h"
 
+#include <QBasicTimer>
 #include <QFont>
 #include <QObject>
 #include <QPointer>
@@ -18,7 +19,8 @@ namespace vantrel {
 ///
 /// The characters go in as they are and the looks as formats beside them, so that no markup is ever
 /// read. A text that has grown changes the document only from where it differs: what stands before
-/// is not laid out again, and a selection in it stays. Thread: interface.
+/// is not laid out again, and a selection in it stays. A very long text comes in over several
+/// frames. Thread: interface.
 class ProseDocument : public QObject, public QQmlParserStatus
 {
     Q_OBJECT
@@ -60,9 +62,15 @@ public:
 Q_SIGNALS:
     void changed();
 
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
 private:
     void writeAnew();
     void write();
+
+    /// Writes as much as a frame has time for.
+    void writePiece();
     void measure(const Prose &prose, qsizetype common);
     [[nodiscard]] QTextCharFormat formatOf(const ProseSpan &span) const;
 
@@ -73,7 +81,9 @@ private:
     QFont m_strongFont{};
     QFont m_codeFont{};
     bool m_isComplete = false;
-    Prose m_written{}; ///< What the document holds.
+    Prose m_prose{};   ///< What the document is to hold.
+    Prose m_written{}; ///< What it holds.
+    QBasicTimer m_nextPiece{};
     ProseWidth m_width{};
 };
 

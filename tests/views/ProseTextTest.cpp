@@ -77,6 +77,27 @@ TEST(ProseText, ShowsLooksInPlaceOfMarks)
     EXPECT_EQ(shown.lookAt(6).property(QTextFormat::FontPixelSize), 12);
 }
 
+TEST(ProseText, AVeryLongTextComesInOverSeveralFrames)
+{
+    const QString whole = u"A line of **some** length.\n"_s.repeated(4'000);
+    const QString read = u"A line of some length.\n"_s.repeated(4'000);
+    Shown shown(u"ProseText {}"_s);
+
+    shown.setSource(whole);
+    EXPECT_LT(shown.text().size(), read.size() / 2);
+    EXPECT_TRUE(read.startsWith(shown.text()));
+    spinUntil([&] { return shown.text().size() >= read.size(); });
+
+    EXPECT_EQ(shown.text(), read);
+    EXPECT_GT(shown.lookAt(10).fontWeight(), int(QFont::Normal));
+    EXPECT_GT(shown.lookAt(int(read.size()) - 13).fontWeight(), int(QFont::Normal));
+    EXPECT_EQ(shown.lookAt(int(read.size()) - 8).fontWeight(), int(QFont::Normal));
+
+    shown.setSource(whole);
+    shown.setSource(u"short"_s);
+    EXPECT_EQ(shown.text(), u"short"_s);
+}
+
 /// The text item's own measure, for which it lays out all lines again.
 TEST(ProseText, IsAsWideAsItsWidestLineWhateverItGrewFrom)
 {
