@@ -3,12 +3,12 @@
 #include "ai/AIResultCache.h"
 #include "ai/AIWorker.h"
 #include "ai/config/AINotifications.h"
-#include "app/StateStep.h"
 #include "git/GitWorker.h"
 #include "models/DiffText.h"
 #include "models/DisplayedHunks.h"
 #include "persistence/ChatHistoryStoring.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
 
 #include <algorithm>

@@ -4,11 +4,11 @@
 #include "ai/config/AINotifications.h"
 #include "ai/config/AppearanceController.h"
 #include "ai/config/SettingsStoring.h"
-#include "app/StateStep.h"
 #include "persistence/APIKeyPresenceStore.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
 #include "platform/NotificationCenter.h"
+#include "platform/StateStep.h"
 #include "platform/UserDefaults.h"
 #include "platform/jobs/RunQueue.h"
 
