@@ -1,7 +1,7 @@
 #include "app/AppCoordinator.h"
 
 #include "ai/AIResultCache.h"
-#include "app/StateStep.h"
+#include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
 
 #include <utility>

@@ -1,9 +1,9 @@
 #include "app/ChatThreadViewModel.h"
 
 #include "ai/AIWorker.h"
-#include "app/StateStep.h"
 #include "persistence/ChatHistoryStoring.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
 
 #include <QLoggingCategory>

@@ -4,12 +4,12 @@
 #include "ai/AIWorker.h"
 #include "ai/config/AINotifications.h"
 #include "app/ChangesetNarrative.h"
-#include "app/StateStep.h"
 #include "git/GitWorker.h"
 #include "models/DiffText.h"
 #include "models/DisplayedHunks.h"
 #include "persistence/ChatHistoryStoring.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
 
 #include <algorithm>

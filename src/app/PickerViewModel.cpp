@@ -1,8 +1,8 @@
 #include "app/PickerViewModel.h"
 
 #include "app/AppCoordinator.h"
-#include "app/StateStep.h"
 #include "persistence/RecentReposStoring.h"
+#include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
 #include "platform/jobs/SerialWorker.h"
 

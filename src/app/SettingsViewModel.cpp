@@ -4,15 +4,13 @@
 #include "ai/config/AINotifications.h"
 #include "ai/config/AppearanceController.h"
 #include "ai/config/SettingsStoring.h"
-#include "app/StateStep.h"
 #include "persistence/APIKeyPresenceStore.h"
+#include "persistence/KeySavingNotice.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
 #include "platform/NotificationCenter.h"
-#include "platform/UserDefaults.h"
+#include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
-
-#include <QDebug>
 
 #include <algorithm>
 #include <utility>
@@ -22,8 +20,6 @@ namespace vantrel {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-const QString shownKeychainNoticeKey = QStringLiteral("settings.hasShownKeychainNotice");
 
 template<typename Choices, typename Choice>
 int placeOf(Choice choice, const Choices &all)
@@ -203,8 +199,7 @@ void SettingsViewModel::save()
         refuse(u"Enter a model name."_s, FormField::model);
         return;
     }
-    const bool hasShownNotice = m_services.defaults.boolean(shownKeychainNoticeKey).value_or(false);
-    if (!m_apiKeyDraft.trimmed().isEmpty() && !hasShownNotice) {
+    if (!m_apiKeyDraft.trimmed().isEmpty() && !hasShownKeySavingNotice(m_services.defaults)) {
         Step step(*this);
         step.set(m_isShowingKeychainNotice, true,
                  &SettingsViewModel::isShowingKeychainNoticeChanged);
@@ -220,10 +215,7 @@ void SettingsViewModel::confirmKeychainNotice()
     if (!m_isShowingKeychainNotice) {
         return;
     }
-    if (const auto saved = m_services.defaults.setBoolean(shownKeychainNoticeKey, true); !saved) {
-        // The person has seen it; without the record they see it once more before the next key.
-        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
-    }
+    recordShownKeySavingNotice(m_services.defaults);
     Step step(*this);
     step.set(m_isShowingKeychainNotice, false, &SettingsViewModel::isShowingKeychainNoticeChanged);
     step.publish();

@@ -31,12 +31,17 @@ void KeychainAccessNotice::setIsShowingNotice(bool isShowing)
     }
 }
 
-Task<> KeychainAccessNotice::showIfNeededAndWait()
+bool KeychainAccessNotice::hasAcknowledged() const
 {
     VANTREL_ASSERT_UI_THREAD();
     // Read again until it is there: another window of the application may have been acknowledged.
-    m_hasAcknowledged = m_hasAcknowledged || m_defaults.boolean(acknowledgementKey) == true;
-    if (m_hasAcknowledged) {
+    return m_hasAcknowledged || m_defaults.boolean(acknowledgementKey) == true;
+}
+
+Task<> KeychainAccessNotice::showIfNeededAndWait()
+{
+    VANTREL_ASSERT_UI_THREAD();
+    if (hasAcknowledged()) {
         co_return;
     }
     setIsShowingNotice(true);

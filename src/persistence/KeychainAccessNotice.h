@@ -23,6 +23,9 @@ public:
 
     [[nodiscard]] bool isShowingNotice() const { return m_isShowingNotice; }
 
+    /// The person has seen it, in this launch or an earlier one.
+    [[nodiscard]] bool hasAcknowledged() const;
+
     /// Setting it to false while somebody waits, as a dismissal does, acknowledges the notice.
     void setIsShowingNotice(bool isShowing);
 

@@ -62,6 +62,16 @@ TEST_F(KeychainAccessNoticeTest, IsNotShownBeforeSomebodyWaits)
     EXPECT_EQ(acknowledgement(), std::nullopt);
 }
 
+TEST_F(KeychainAccessNoticeTest, TellsWhetherItWasAcknowledgedInThisLaunchOrAnother)
+{
+    EXPECT_FALSE(notice.hasAcknowledged());
+
+    notice.acknowledge();
+
+    EXPECT_TRUE(notice.hasAcknowledged());
+    EXPECT_TRUE(KeychainAccessNotice(defaults).hasAcknowledged());
+}
+
 TEST_F(KeychainAccessNoticeTest, IsShownWhileSomebodyWaits)
 {
     const Job job = startWaiting(u"first"_s);
@@ -249,6 +259,7 @@ TEST(KeychainAccessNotice, ReleasesItsWaitersWhenTheAcknowledgementCannotBeSaved
 
     EXPECT_EQ(log, QStringList({u"first"_s, u"second"_s}));
     EXPECT_FALSE(notice.isShowingNotice());
+    EXPECT_TRUE(notice.hasAcknowledged());
 }
 
 } // namespace
