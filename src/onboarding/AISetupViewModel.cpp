@@ -4,6 +4,7 @@
 #include "ai/config/AINotifications.h"
 #include "ai/config/SettingsStoring.h"
 #include "onboarding/OpenRouterSigningIn.h"
+#include "onboarding/VendorPages.h"
 #include "persistence/APIKeyPresenceStore.h"
 #include "persistence/KeySavingNotice.h"
 #include "persistence/KeychainAccessNotice.h"
@@ -103,6 +104,24 @@ QList<bool> AISetupViewModel::localServersRunning() const
     return running;
 }
 
+QList<bool> AISetupViewModel::localServersUsable() const
+{
+    QList<bool> usable;
+    for (const LocalModelServer server : allLocalModelServers) {
+        usable.append(!statusOf(server).models().isEmpty());
+    }
+    return usable;
+}
+
+QList<bool> AISetupViewModel::localServersMissing() const
+{
+    QList<bool> missing;
+    for (const LocalModelServer server : allLocalModelServers) {
+        missing.append(m_localServerStatuses.contains(server) && !statusOf(server).isRunning());
+    }
+    return missing;
+}
+
 int AISetupViewModel::selectedLocalServerIndex() const
 {
     const auto *const found =
@@ -115,11 +134,27 @@ int AISetupViewModel::selectedLocalModelIndex() const
     return m_selectedLocalModel ? int(m_localModels.indexOf(*m_selectedLocalModel)) : -1;
 }
 
-QUrl AISetupViewModel::localServerDownloadPage(int index) const
+QString AISetupViewModel::selectedLocalModelName() const
 {
-    return isPlaceIn(allLocalModelServers, index)
-               ? downloadPage(allLocalModelServers.at(std::size_t(index)))
-               : QUrl();
+    return m_selectedLocalModel.value_or(QString());
+}
+
+// A browser that does not open says so itself, and the page can be asked for again.
+void AISetupViewModel::openKeyPage() const
+{
+    m_services.openURL(VendorPages::keys(m_pasteProvider));
+}
+
+void AISetupViewModel::openCreditsPage() const
+{
+    m_services.openURL(VendorPages::openRouterCredits());
+}
+
+void AISetupViewModel::openDownloadPage(int index) const
+{
+    if (isPlaceIn(allLocalModelServers, index)) {
+        m_services.openURL(VendorPages::download(allLocalModelServers.at(std::size_t(index))));
+    }
 }
 
 void AISetupViewModel::startSignIn()
@@ -305,6 +340,18 @@ void AISetupViewModel::chooseLocalServer(int index)
 {
     if (isPlaceIn(allLocalModelServers, index)) {
         selectLocalServer(allLocalModelServers.at(std::size_t(index)));
+    }
+}
+
+void AISetupViewModel::stepLocalServer(int by)
+{
+    const QList<bool> usable = localServersUsable();
+    const int step = by < 0 ? -1 : 1;
+    for (int index = selectedLocalServerIndex() + step; isPlaceIn(usable, index); index += step) {
+        if (usable.at(index)) {
+            chooseLocalServer(index);
+            return;
+        }
     }
 }
 

@@ -46,6 +46,7 @@ class AISetupViewModel final : public QObject
     Q_PROPERTY(QList<QString> pasteProviderNames READ pasteProviderNames CONSTANT)
     Q_PROPERTY(int pasteProviderIndex READ pasteProviderIndex NOTIFY pasteProviderChanged)
     Q_PROPERTY(QString pasteProviderName READ pasteProviderName NOTIFY pasteProviderChanged)
+    Q_PROPERTY(bool isPrepaidCreditNeeded READ isPrepaidCreditNeeded NOTIFY pasteProviderChanged)
     Q_PROPERTY(QString apiKeyDraft READ apiKeyDraft WRITE setApiKeyDraft NOTIFY apiKeyDraftChanged)
     Q_PROPERTY(QString pasteModel READ pasteModel WRITE setPasteModel NOTIFY pasteModelChanged)
     Q_PROPERTY(bool isPasteModelCustom READ isPasteModelCustom NOTIFY isPasteModelCustomChanged)
@@ -58,11 +59,17 @@ class AISetupViewModel final : public QObject
                    localServerStatusesChanged)
     Q_PROPERTY(
         QList<bool> localServersRunning READ localServersRunning NOTIFY localServerStatusesChanged)
+    Q_PROPERTY(
+        QList<bool> localServersUsable READ localServersUsable NOTIFY localServerStatusesChanged)
+    Q_PROPERTY(
+        QList<bool> localServersMissing READ localServersMissing NOTIFY localServerStatusesChanged)
     Q_PROPERTY(int selectedLocalServerIndex READ selectedLocalServerIndex NOTIFY
                    selectedLocalServerChanged)
     Q_PROPERTY(QList<QString> localModels READ localModels NOTIFY localModelsChanged)
     Q_PROPERTY(
         int selectedLocalModelIndex READ selectedLocalModelIndex NOTIFY selectedLocalModelChanged)
+    Q_PROPERTY(
+        QString selectedLocalModelName READ selectedLocalModelName NOTIFY selectedLocalModelChanged)
 
 public:
     enum class Step { choose, signingIn, pasteKey, localModel, done };
@@ -80,6 +87,9 @@ public:
         UserDefaults &defaults;
         NotificationCenter &notificationCenter;
         std::function<void()> activateApp; ///< Brings the application to the front.
+
+        /// Opens a page in the person's browser and tells whether it did.
+        std::function<bool(const QUrl &page)> openURL;
     };
 
     explicit AISetupViewModel(Services services, QObject *parent = nullptr);
@@ -119,6 +129,11 @@ public:
     [[nodiscard]] QList<QString> pasteProviderNames() const;
     [[nodiscard]] int pasteProviderIndex() const;
     [[nodiscard]] QString pasteProviderName() const;
+    /// The provider's keys work only once its account has been paid into.
+    [[nodiscard]] bool isPrepaidCreditNeeded() const
+    {
+        return m_pasteProvider == AIProvider::openAI;
+    }
     [[nodiscard]] const QString &apiKeyDraft() const { return m_apiKeyDraft; }
     [[nodiscard]] const QString &pasteModel() const { return m_pasteModel; }
     [[nodiscard]] bool isPasteModelCustom() const { return m_isPasteModelCustom; }
@@ -138,6 +153,10 @@ public:
     [[nodiscard]] QList<QString> localServerNames() const;
     [[nodiscard]] QList<QString> localServerStatusTexts() const;
     [[nodiscard]] QList<bool> localServersRunning() const;
+    [[nodiscard]] QList<bool> localServersUsable() const; ///< They have a model.
+
+    /// They are known not to run; none is before the first detection.
+    [[nodiscard]] QList<bool> localServersMissing() const;
 
     [[nodiscard]] std::optional<LocalModelServer> selectedLocalServer() const
     {
@@ -152,8 +171,13 @@ public:
     [[nodiscard]] int selectedLocalServerIndex() const;
     [[nodiscard]] int selectedLocalModelIndex() const;
 
-    /// Where a person gets the server; empty for no server's place.
-    [[nodiscard]] Q_INVOKABLE QUrl localServerDownloadPage(int index) const;
+    [[nodiscard]] QString selectedLocalModelName() const; ///< Empty for none.
+
+    /// Open the vendors' pages in the browser: for a key of the provider of the paste page, for
+    /// credits, and for the server at this place.
+    Q_INVOKABLE void openKeyPage() const;
+    Q_INVOKABLE void openCreditsPage() const;
+    Q_INVOKABLE void openDownloadPage(int index) const;
 
     /// The three paths; each goes from the first page only.
     Q_INVOKABLE void startSignIn();
@@ -188,6 +212,9 @@ public:
     /// Takes a running server with its first model.
     void selectLocalServer(LocalModelServer server);
     Q_INVOKABLE void chooseLocalServer(int index);
+
+    /// Takes the next usable server behind the selected one, or before it for a negative `by`.
+    Q_INVOKABLE void stepLocalServer(int by);
     Q_INVOKABLE void chooseLocalModelAt(int index);
     Q_INVOKABLE void useLocalModel();
 

@@ -39,15 +39,4 @@ QString baseURL(LocalModelServer server)
     Q_UNREACHABLE();
 }
 
-QUrl downloadPage(LocalModelServer server)
-{
-    switch (server) {
-    case LocalModelServer::ollama:
-        return QUrl(u"https://ollama.com/download"_s);
-    case LocalModelServer::lmStudio:
-        return QUrl(u"https://lmstudio.ai"_s);
-    }
-    Q_UNREACHABLE();
-}
-
 } // namespace vantrel

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QUrl>
 
 #include <array>
 
@@ -21,8 +20,5 @@ inline constexpr std::array allLocalModelServers{LocalModelServer::ollama,
 
 /// Where its API listens unless it is told otherwise.
 [[nodiscard]] QString baseURL(LocalModelServer server);
-
-/// The vendor's page for people who do not have it yet.
-[[nodiscard]] QUrl downloadPage(LocalModelServer server);
 
 } // namespace vantrel

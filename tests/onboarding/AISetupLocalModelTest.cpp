@@ -1,4 +1,5 @@
 #include "onboarding/AISetupViewModelFixture.h"
+#include "onboarding/VendorPages.h"
 
 #include <gtest/gtest.h>
 
@@ -198,11 +199,57 @@ TEST_F(AISetupViewModelTest, PlacesWithoutAServerOrModelAreIgnored)
     setup->chooseLocalServer(2);
     setup->chooseLocalModelAt(-1);
     setup->chooseLocalModelAt(2);
+    setup->openDownloadPage(-1);
+    setup->openDownloadPage(2);
 
     EXPECT_EQ(published, QStringList());
-    EXPECT_EQ(setup->localServerDownloadPage(-1), QUrl());
-    EXPECT_EQ(setup->localServerDownloadPage(2), QUrl());
-    EXPECT_EQ(setup->localServerDownloadPage(1), downloadPage(LocalModelServer::lmStudio));
+    EXPECT_EQ(openedPages, QList<QUrl>());
+}
+
+TEST_F(AISetupViewModelTest, TheVendorsPagesAreOpenedInTheBrowser)
+{
+    setup->openDownloadPage(1);
+    setup->openKeyPage();
+    setup->setPasteProvider(AIProvider::openAI);
+    setup->openKeyPage();
+    setup->openCreditsPage();
+
+    EXPECT_EQ(openedPages, (QList<QUrl>{VendorPages::download(LocalModelServer::lmStudio),
+                                        VendorPages::keys(AIProvider::openRouter),
+                                        VendorPages::keys(AIProvider::openAI),
+                                        VendorPages::openRouterCredits()}));
+}
+
+TEST_F(AISetupViewModelTest, ServersAreToldApartByWhatIsKnownOfThem)
+{
+    EXPECT_EQ(setup->localServersUsable(), (QList<bool>{false, false}));
+    EXPECT_EQ(setup->localServersMissing(), (QList<bool>{false, false}));
+    setup->chooseLocalModel();
+
+    detect(statuses(running({}), notRunning));
+
+    EXPECT_EQ(setup->localServersRunning(), (QList<bool>{true, false}));
+    EXPECT_EQ(setup->localServersUsable(), (QList<bool>{false, false}));
+    EXPECT_EQ(setup->localServersMissing(), (QList<bool>{false, true}));
+}
+
+TEST_F(AISetupViewModelTest, StepsGoToTheNextServerWithModels)
+{
+    setup->chooseLocalModel();
+    detect(bothRun);
+
+    setup->stepLocalServer(1);
+    EXPECT_EQ(setup->selectedLocalServer(), LocalModelServer::lmStudio);
+    EXPECT_EQ(setup->selectedLocalModelName(), *setup->selectedLocalModel());
+    setup->stepLocalServer(1);
+    EXPECT_EQ(setup->selectedLocalServer(), LocalModelServer::lmStudio);
+    setup->stepLocalServer(-1);
+    EXPECT_EQ(setup->selectedLocalServer(), LocalModelServer::ollama);
+
+    setup->checkLocalServers();
+    detect(statuses(running({u"llama3"_s}), running({})));
+    setup->stepLocalServer(1);
+    EXPECT_EQ(setup->selectedLocalServer(), LocalModelServer::ollama);
 }
 
 TEST_F(AISetupViewModelTest, UsingNoModelIsRefused)

@@ -27,7 +27,11 @@ void AISetupViewModelTest::makeSetup()
 {
     setup = std::make_unique<AISetupViewModel>(
         AISetupViewModel::Services{store, worker, notice, presence, signIn, detector, defaults,
-                                   notificationCenter, [this] { ++activations; }});
+                                   notificationCenter, [this] { ++activations; },
+                                   [this](const QUrl &page) {
+                                       openedPages.append(page);
+                                       return true;
+                                   }});
     published.clear();
     watch(&AISetupViewModel::stepChanged, u"step"_s);
     watch(&AISetupViewModel::errorMessageChanged, u"errorMessage"_s);

@@ -3,14 +3,14 @@
 #include "ai/config/AINotifications.h"
 #include "ai/config/SettingsStore.h"
 #include "onboarding/AISetupViewModel.h"
-#include "onboarding/FakeLocalDetector.h"
-#include "onboarding/FakeSignIn.h"
 #include "persistence/APIKeyPresenceStore.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "support/FakeKeychain.h"
+#include "support/FakeLocalDetector.h"
+#include "support/FakeSignIn.h"
 #include "support/ManualClock.h"
 
 #include <gtest/gtest.h>
@@ -69,7 +69,8 @@ protected:
     int announcements = 0; ///< How often a changed configuration was announced.
     NotificationCenter::Token token =
         notificationCenter.observe(aiConfigurationDidChange, [this] { ++announcements; });
-    int activations = 0; ///< How often the application was brought to the front.
+    int activations = 0;       ///< How often the application was brought to the front.
+    QList<QUrl> openedPages{}; ///< In the browser.
     std::unique_ptr<AISetupViewModel> setup{};
     QStringList published{}; ///< Signals in their order.
 };

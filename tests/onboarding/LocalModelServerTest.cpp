@@ -26,14 +26,6 @@ TEST(LocalModelServer, HasItsRawValueNameAndAddress)
     EXPECT_EQ(baseURL(LocalModelServer::lmStudio), u"http://localhost:1234/v1"_s);
 }
 
-TEST(LocalModelServer, IsDownloadedOverASecureConnection)
-{
-    for (const LocalModelServer server : allLocalModelServers) {
-        EXPECT_TRUE(downloadPage(server).isValid());
-        EXPECT_EQ(downloadPage(server).scheme(), u"https"_s);
-    }
-}
-
 TEST(LocalModelServerStatus, HasATextForEverySituation)
 {
     EXPECT_EQ(statusText(std::nullopt), u"Not checked"_s);

@@ -1,4 +1,4 @@
-#include "onboarding/FakeLocalDetector.h"
+#include "support/FakeLocalDetector.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "onboarding/FakeSignIn.h"
+#include "support/FakeSignIn.h"
 
 #include <utility>
 
