@@ -74,58 +74,68 @@ FocusScope {
         }
     }
 
-    // The one tab stop of the panes, around them, so that it takes no press from them.
-    T.Control {
-        id: keyboard
+    // A control would be announced as what Qt takes it for, so an item around it stands for it.
+    Item {
+        id: list
 
         anchors.top: header.bottom
         anchors.bottom: sideways.visible ? sideways.top : parent.bottom
         width: root.width
-        focus: true
-        focusPolicy: Qt.TabFocus
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Changes in %1").arg(words.name)
+        Accessible.focusable: true
+        Accessible.focused: keyboard.activeFocus
 
-        Keys.onPressed: event => {
-            const page = flick.height - 2 * Theme.codeRowSize;
-            event.accepted = true;
-            root.isKeyHeld = event.isAutoRepeat;
-            if (panes.takeSelectionKey(event.key, event.modifiers)) {
-                return;
-            }
-            switch (event.key) {
-            case Qt.Key_Down:
-            case Qt.Key_J:
-                root.viewModel.goNext();
-                break;
-            case Qt.Key_Up:
-            case Qt.Key_K:
-                root.viewModel.goPrevious();
-                break;
-            case Qt.Key_Home:
-                root.viewModel.select(0);
-                break;
-            case Qt.Key_End:
-                root.viewModel.select(root.viewModel.hunkCount - 1);
-                break;
-            case Qt.Key_PageDown:
-            case Qt.Key_Space:
-                root.scrollTo(flick.contentY + page, false);
-                break;
-            case Qt.Key_PageUp:
-                root.scrollTo(flick.contentY - page, false);
-                break;
-            case Qt.Key_Left:
-                root.scrollSideways(panes.contentX - root.scrollColumns * panes.columnWidth);
-                break;
-            case Qt.Key_Right:
-                root.scrollSideways(panes.contentX + root.scrollColumns * panes.columnWidth);
-                break;
-            case Qt.Key_Escape:
-                root.viewModel.goBack();
-                break;
-            default:
-                event.accepted = false;
+        // The one tab stop of the panes, below them, so that it takes no press from them.
+        T.Control {
+            id: keyboard
+
+            anchors.fill: parent
+            focus: true
+            focusPolicy: Qt.TabFocus
+            Accessible.ignored: true
+
+            Keys.onPressed: event => {
+                const page = flick.height - 2 * Theme.codeRowSize;
+                event.accepted = true;
+                root.isKeyHeld = event.isAutoRepeat;
+                if (panes.takeSelectionKey(event.key, event.modifiers)) {
+                    return;
+                }
+                switch (event.key) {
+                case Qt.Key_Down:
+                case Qt.Key_J:
+                    root.viewModel.goNext();
+                    break;
+                case Qt.Key_Up:
+                case Qt.Key_K:
+                    root.viewModel.goPrevious();
+                    break;
+                case Qt.Key_Home:
+                    root.viewModel.select(0);
+                    break;
+                case Qt.Key_End:
+                    root.viewModel.select(root.viewModel.hunkCount - 1);
+                    break;
+                case Qt.Key_PageDown:
+                case Qt.Key_Space:
+                    root.scrollTo(flick.contentY + page, false);
+                    break;
+                case Qt.Key_PageUp:
+                    root.scrollTo(flick.contentY - page, false);
+                    break;
+                case Qt.Key_Left:
+                    root.scrollSideways(panes.contentX - root.scrollColumns * panes.columnWidth);
+                    break;
+                case Qt.Key_Right:
+                    root.scrollSideways(panes.contentX + root.scrollColumns * panes.columnWidth);
+                    break;
+                case Qt.Key_Escape:
+                    root.viewModel.goBack();
+                    break;
+                default:
+                    event.accepted = false;
+                }
             }
         }
 
@@ -195,7 +205,7 @@ FocusScope {
     }
 
     FocusRing {
-        anchors.fill: keyboard
+        anchors.fill: list
         anchors.margins: 0
         visible: keyboard.visualFocus
     }
@@ -210,8 +220,8 @@ FocusScope {
     }
 
     ThinScrollBar {
-        anchors.top: keyboard.top
-        anchors.bottom: keyboard.bottom
+        anchors.top: list.top
+        anchors.bottom: list.bottom
         anchors.right: parent.right
         size: flick.visibleArea.heightRatio
         position: flick.visibleArea.yPosition

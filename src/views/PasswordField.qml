@@ -83,21 +83,38 @@ FocusScope {
         }
     }
 
-    QuietButton {
+    // A control would be announced as what Qt takes it for, so an item around it stands for it.
+    FocusScope {
         id: eye
+
+        function toggle(): void {
+            root.isShown = !root.isShown;
+        }
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.right: parent.right
         anchors.rightMargin: Theme.eyeMarginSize
         width: Theme.controlCompactSize
         height: Theme.controlCompactSize
-        display: T.AbstractButton.IconOnly
-        iconName: root.isShown ? "eye-off" : "eye"
-        text: root.isShown ? qsTr("Hide key") : qsTr("Show key")
         Accessible.role: Accessible.CheckBox
+        Accessible.name: eyeButton.text
         Accessible.checkable: true
         Accessible.checked: root.isShown
-        Accessible.onToggleAction: clicked()
-        onClicked: root.isShown = !root.isShown
+        Accessible.focusable: true
+        Accessible.focused: eyeButton.activeFocus
+        Accessible.onPressAction: eye.toggle()
+        Accessible.onToggleAction: eye.toggle()
+
+        QuietButton {
+            id: eyeButton
+
+            anchors.fill: parent
+            focus: true
+            display: T.AbstractButton.IconOnly
+            iconName: root.isShown ? "eye-off" : "eye"
+            text: root.isShown ? qsTr("Hide key") : qsTr("Show key")
+            Accessible.ignored: true
+            onClicked: eye.toggle()
+        }
     }
 }

@@ -4,22 +4,21 @@ import QtQuick
 import QtQuick.Templates as T
 import Vantrel
 
-/// One of the choices of a segmented control, which has the keyboard.
-T.AbstractButton {
+/// One of the choices of a segmented control, which has the keyboard. A control would be announced as
+/// what Qt takes it for, so an item around it stands for it.
+Item {
     id: root
 
     required property int index
     required property string modelData
     required property bool isChosen
 
-    implicitWidth: Math.ceil(widest.implicitWidth) + leftPadding + rightPadding
-    leftPadding: Theme.buttonPaddingSize + Theme.hairlineWidth
-    rightPadding: leftPadding
-    text: root.modelData
-    focusPolicy: Qt.NoFocus
-    hoverEnabled: true
+    signal pressed
+    signal clicked
+
+    implicitWidth: button.implicitWidth
     Accessible.role: Accessible.RadioButton
-    Accessible.name: root.text
+    Accessible.name: root.modelData
     Accessible.checkable: true
     Accessible.checked: root.isChosen
     Accessible.onPressAction: root.clicked()
@@ -30,23 +29,39 @@ T.AbstractButton {
         id: widest
 
         visible: false
-        text: root.text
+        text: root.modelData
         font: Theme.bodyBoldFont
         Accessible.ignored: true
     }
 
-    background: Rectangle {
-        radius: Theme.badgeRadius
-        color: root.isChosen ? Theme.card : root.hovered ? Theme.rowPressed : "transparent"
-        border.width: root.isChosen ? Theme.hairlineWidth : 0
-        border.color: Theme.lineStrong
-    }
+    T.AbstractButton {
+        id: button
 
-    contentItem: PlainLabel {
-        horizontalAlignment: Text.AlignHCenter
-        text: root.text
-        font: root.isChosen ? Theme.bodyBoldFont : Theme.bodyFont
-        color: !root.enabled ? Theme.inkDisabled : root.isChosen ? Theme.inkHeading : Theme.inkSecondary
+        implicitWidth: Math.ceil(widest.implicitWidth) + leftPadding + rightPadding
+        width: root.width
+        height: root.height
+        leftPadding: Theme.buttonPaddingSize + Theme.hairlineWidth
+        rightPadding: leftPadding
+        text: root.modelData
+        focusPolicy: Qt.NoFocus
+        hoverEnabled: true
         Accessible.ignored: true
+        onPressed: root.pressed()
+        onClicked: root.clicked()
+
+        background: Rectangle {
+            radius: Theme.badgeRadius
+            color: root.isChosen ? Theme.card : button.hovered ? Theme.rowPressed : "transparent"
+            border.width: root.isChosen ? Theme.hairlineWidth : 0
+            border.color: Theme.lineStrong
+        }
+
+        contentItem: PlainLabel {
+            horizontalAlignment: Text.AlignHCenter
+            text: root.modelData
+            font: root.isChosen ? Theme.bodyBoldFont : Theme.bodyFont
+            color: !button.enabled ? Theme.inkDisabled : root.isChosen ? Theme.inkHeading : Theme.inkSecondary
+            Accessible.ignored: true
+        }
     }
 }

@@ -6,7 +6,7 @@ import Vantrel
 
 /// One choice of a few that are all in sight. It shows the choice that somebody else holds and tells
 /// which one the person wants. One stop of the keyboard, whose arrows choose.
-T.Control {
+FocusScope {
     id: root
 
     required property string label
@@ -22,37 +22,52 @@ T.Control {
         }
     }
 
-    implicitWidth: implicitContentWidth + 2 * padding
+    implicitWidth: segments.implicitWidth + 2 * Theme.segmentInsetSize
     implicitHeight: Theme.controlSize
-    padding: Theme.segmentInsetSize
-    focusPolicy: Qt.StrongFocus
     Accessible.role: Accessible.Grouping
     Accessible.name: root.label
-    Keys.onLeftPressed: root.step(-1)
-    Keys.onUpPressed: root.step(-1)
-    Keys.onRightPressed: root.step(1)
-    Keys.onDownPressed: root.step(1)
+    Accessible.focusable: true
+    Accessible.focused: keyboard.activeFocus
 
-    background: Rectangle {
-        radius: Theme.controlRadius
-        color: Theme.sunken
-        border.width: Theme.hairlineWidth
-        border.color: Theme.line
+    // A control would be announced as what Qt takes it for, so the item around it stands for it.
+    T.Control {
+        id: keyboard
 
-        FocusRing {
-            visible: root.visualFocus
+        anchors.fill: parent
+        focus: true
+        focusPolicy: Qt.StrongFocus
+        Accessible.ignored: true
+        Keys.onLeftPressed: root.step(-1)
+        Keys.onUpPressed: root.step(-1)
+        Keys.onRightPressed: root.step(1)
+        Keys.onDownPressed: root.step(1)
+
+        background: Rectangle {
             radius: Theme.controlRadius
+            color: Theme.sunken
+            border.width: Theme.hairlineWidth
+            border.color: Theme.line
+
+            FocusRing {
+                visible: keyboard.visualFocus
+                radius: Theme.controlRadius
+            }
         }
     }
 
-    contentItem: Row {
+    Row {
+        id: segments
+
+        x: Theme.segmentInsetSize
+        y: Theme.segmentInsetSize
+
         Repeater {
             model: root.options
 
             Segment {
-                height: root.availableHeight
+                height: root.height - 2 * Theme.segmentInsetSize
                 isChosen: index === root.currentIndex
-                onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
+                onPressed: keyboard.forceActiveFocus(Qt.MouseFocusReason)
                 onClicked: root.chosen(index)
             }
         }
