@@ -5,6 +5,7 @@
 #include "views/SystemAppearance.h"
 
 #include <QCommandLineParser>
+#include <QDesktopServices>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QOffscreenSurface>
@@ -96,6 +97,10 @@ vantrel::OrbiskApp::Places places()
     if (!trialService.isEmpty()) {
         places.keychainService = trialService;
     }
+    const QUrl trialAddress(qEnvironmentVariable("VANTREL_OPENROUTER_ADDRESS"));
+    if (trialAddress.isValid()) {
+        places.openRouter = {trialAddress, trialAddress};
+    }
     return places;
 }
 
@@ -130,10 +135,18 @@ int runApplication(int argc, char **argv, const QString &folder)
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
 
-    vantrel::OrbiskApp app(places());
+    QQuickWindow *mainWindow = nullptr;
+    vantrel::OrbiskApp::Desktop desktop;
+    desktop.openURL = [](const QUrl &url) { return QDesktopServices::openUrl(url); };
+    desktop.activateApp = [&mainWindow] {
+        mainWindow->raise();
+        mainWindow->requestActivate();
+    };
+    vantrel::OrbiskApp app(places(), desktop);
     vantrel::SystemAppearance appearance(app.appearanceController());
     const vantrel::MainWindow window(app.rootViewModel(), appearance);
-    if (window.window() == nullptr) {
+    mainWindow = window.window();
+    if (mainWindow == nullptr) {
         std::fputs("vantrel: the window could not be made\n", stderr);
         return 1;
     }

@@ -17,6 +17,8 @@ ReviewScreen::ReviewScreen(const MeteredApplication &application, const FileChan
                            Motion motion)
 {
     m_services.notice.acknowledge();
+    m_services.settingsStore.saveAIConfig(
+        {AIProvider::custom, QStringLiteral("http://localhost/v1"), QStringLiteral("sample")});
     m_services.knowNarrative({file}, QString());
     AppCoordinator::DiffRoute route;
     route.repo = test::sampleRepo(u"repo"_s);
@@ -25,7 +27,7 @@ ReviewScreen::ReviewScreen(const MeteredApplication &application, const FileChan
     route.changeset = Changeset(route.allFiles);
     m_services.coordinator.setRoute(route);
     m_root = std::make_unique<RootViewModel>(m_services.review, m_services.recentRepos,
-                                             m_services.settings);
+                                             m_services.settings, m_services.setup);
     m_mainWindow = std::make_unique<MainWindow>(*m_root, m_appearance, motion == Motion::reduced);
     QQuickWindow *const window = m_mainWindow->window();
     if (window == nullptr) {

@@ -11,6 +11,13 @@ namespace {
 
 constexpr qsizetype maxRecentRepos = 10;
 
+OpenRouterSignIn::Settings signInSettings(const OrbiskApp::Places &places)
+{
+    OpenRouterSignIn::Settings settings;
+    settings.addresses = places.openRouter;
+    return settings;
+}
+
 } // namespace
 
 OrbiskApp::Places OrbiskApp::standardPlaces()
@@ -22,6 +29,10 @@ OrbiskApp::Places OrbiskApp::standardPlaces()
 }
 
 OrbiskApp::OrbiskApp(const Places &places)
+    : OrbiskApp(places, Desktop())
+{}
+
+OrbiskApp::OrbiskApp(const Places &places, const Desktop &desktop)
     : m_userDefaults(places.preferencesFolder)
     , m_session(m_clock)
     , m_gitService(m_processRunner, m_fileReader)
@@ -40,9 +51,19 @@ OrbiskApp::OrbiskApp(const Places &places)
     , m_settingsViewModel(SettingsViewModel::Services{
           m_settingsStore, m_keychainStore, m_keychainAccessNotice, m_appearanceController,
           m_keyPresenceStore, m_userDefaults, m_notificationCenter})
+    , m_continuousClock(m_clock)
+    , m_signIn(m_session, m_continuousClock, desktop.openURL, signInSettings(places))
+    , m_localDetector(m_session, m_clock)
+    , m_setupPresenter(AISetupPresenter::Services{m_settingsStore, m_keyPresenceStore,
+                                                  m_setupSession, m_notificationCenter})
+    , m_setupSheet(m_setupPresenter,
+                   AISetupViewModel::Services{m_settingsStore, m_keychainStore,
+                                              m_keychainAccessNotice, m_keyPresenceStore, m_signIn,
+                                              m_localDetector, m_userDefaults, m_notificationCenter,
+                                              desktop.activateApp, desktop.openURL})
     , m_rootViewModel(ReviewServices{m_gitWorker, m_aiWorker, m_keychainAccessNotice,
                                      m_chatHistoryStore, m_coordinator, m_notificationCenter},
-                      m_recentReposStore, m_settingsViewModel)
+                      m_recentReposStore, m_settingsViewModel, m_setupSheet)
 {}
 
 OrbiskApp::~OrbiskApp() = default;

@@ -11,6 +11,11 @@
 #include "git/GitService.h"
 #include "git/GitWorker.h"
 #include "git/ProcessRunner.h"
+#include "onboarding/AISetupPresenter.h"
+#include "onboarding/AISetupSession.h"
+#include "onboarding/AISetupSheet.h"
+#include "onboarding/LocalModelServerDetector.h"
+#include "onboarding/OpenRouterSignIn.h"
 #include "persistence/APIKeyPresenceStore.h"
 #include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
@@ -19,10 +24,13 @@
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "platform/http/NetworkHttpLoader.h"
+#include "platform/jobs/ContinuousClock.h"
 #include "platform/jobs/SystemClock.h"
 
 #include <QString>
+#include <QUrl>
 
+#include <functional>
 #include <memory>
 
 namespace vantrel {
@@ -36,14 +44,24 @@ public:
     /// their own.
     struct Places
     {
-        QString preferencesFolder{}; ///< Of `UserDefaults`.
-        QString keychainService{};   ///< The service name of every keychain item.
+        QString preferencesFolder{};             ///< Of `UserDefaults`.
+        QString keychainService{};               ///< The service name of every keychain item.
+        OpenRouterOAuth::Addresses openRouter{}; ///< Where a browser sign-in goes.
+    };
+
+    /// What only a program with windows can do.
+    struct Desktop
+    {
+        /// Opens a page in the person's browser and tells whether it did.
+        std::function<bool(const QUrl &url)> openURL = [](const QUrl &) { return false; };
+        std::function<void()> activateApp = [] {}; ///< Brings the application to the front.
     };
 
     /// The person's own preferences and keys.
     [[nodiscard]] static Places standardPlaces();
 
     explicit OrbiskApp(const Places &places = standardPlaces());
+    OrbiskApp(const Places &places, const Desktop &desktop);
     OrbiskApp(const OrbiskApp &) = delete;
     OrbiskApp &operator=(const OrbiskApp &) = delete;
     ~OrbiskApp();
@@ -73,6 +91,12 @@ private:
     AppearanceController m_appearanceController;
     APIKeyPresenceStore m_keyPresenceStore;
     SettingsViewModel m_settingsViewModel;
+    ContinuousClock m_continuousClock;
+    AISetupSession m_setupSession;
+    OpenRouterSignIn m_signIn;
+    LocalModelServerDetector m_localDetector;
+    AISetupPresenter m_setupPresenter;
+    AISetupSheet m_setupSheet;
     RootViewModel m_rootViewModel;
 };
 

@@ -23,10 +23,11 @@ void drop(ViewModel *viewModel)
 
 RootViewModel::RootViewModel(const ReviewServices &services,
                              std::shared_ptr<RecentReposStoring> recentReposStore,
-                             SettingsViewModel &settings, QObject *parent)
+                             SettingsViewModel &settings, AISetupSheet &setup, QObject *parent)
     : QObject(parent)
     , m_services(services)
     , m_settings(settings)
+    , m_setup(setup)
     , m_picker(std::move(recentReposStore), services.coordinator)
 {
     connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);

@@ -6,6 +6,7 @@
 #include "app/PickerViewModel.h"
 #include "app/ReviewServices.h"
 #include "app/SettingsViewModel.h"
+#include "onboarding/AISetupSheet.h"
 #include "persistence/KeychainAccessNotice.h"
 
 #include <QObject>
@@ -30,13 +31,14 @@ class RootViewModel final : public QObject
     Q_PROPERTY(
         vantrel::KeychainAccessNotice *keychainAccessNotice READ keychainAccessNotice CONSTANT)
     Q_PROPERTY(vantrel::SettingsViewModel *settings READ settings CONSTANT)
+    Q_PROPERTY(vantrel::AISetupSheet *setup READ setup CONSTANT)
 
 public:
-    /// The services and the settings must outlive the view model. Shows the coordinator's route at
-    /// once.
+    /// The services, the settings and the setup sheet must outlive the view model. Shows the
+    /// coordinator's route at once.
     RootViewModel(const ReviewServices &services,
                   std::shared_ptr<RecentReposStoring> recentReposStore, SettingsViewModel &settings,
-                  QObject *parent = nullptr);
+                  AISetupSheet &setup, QObject *parent = nullptr);
     ~RootViewModel() override;
 
     [[nodiscard]] AppCoordinator *coordinator() const { return &m_services.coordinator; }
@@ -47,6 +49,8 @@ public:
 
     /// What the settings window shows, which has no route.
     [[nodiscard]] SettingsViewModel *settings() const { return &m_settings; }
+
+    [[nodiscard]] AISetupSheet *setup() const { return &m_setup; }
 
     /// Its recent repositories are loaded again whenever the route becomes the picker.
     [[nodiscard]] PickerViewModel *picker() { return &m_picker; }
@@ -67,6 +71,7 @@ private:
 
     ReviewServices m_services;
     SettingsViewModel &m_settings;
+    AISetupSheet &m_setup;
     FileListViewModel *m_fileList = nullptr; ///< A child of this object, as the next.
     DiffViewModel *m_diff = nullptr;
     PickerViewModel m_picker;

@@ -53,6 +53,10 @@ FramedWindow {
         id: settings
 
         viewModel: root.viewModel.settings
+        onSetupRequested: {
+            root.viewModel.setup.open();
+            root.present();
+        }
     }
 
     ShortcutsWindow {

@@ -7,6 +7,8 @@
 #include "app/PickerViewModel.h"
 #include "app/RootViewModel.h"
 #include "app/SettingsViewModel.h"
+#include "onboarding/AISetupSheet.h"
+#include "onboarding/AISetupViewModel.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "views/SystemAppearance.h"
 
@@ -85,6 +87,22 @@ struct SystemAppearanceForQml
     Q_GADGET
     QML_FOREIGN(vantrel::SystemAppearance)
     QML_NAMED_ELEMENT(SystemAppearance)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct AISetupSheetForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::AISetupSheet)
+    QML_NAMED_ELEMENT(AISetupSheet)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct AISetupViewModelForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::AISetupViewModel)
+    QML_NAMED_ELEMENT(AISetupViewModel)
     QML_UNCREATABLE("Made by the application.")
 };
 

@@ -17,7 +17,8 @@ Rectangle {
     readonly property bool isPicking: root.viewModel.fileList === null && root.viewModel.diff === null
 
     /// Nothing lies over the screen.
-    readonly property bool isScreenInFront: !notice.visible
+    readonly property bool isScreenInFront: !notice.visible && !root.isSettingUp
+    readonly property bool isSettingUp: root.viewModel.setup.viewModel !== null
 
     signal settingsRequested
     signal shortcutsRequested
@@ -44,6 +45,17 @@ Rectangle {
         }
     }
 
+    function showSetup(): void {
+        if (root.isSettingUp) {
+            setup.setSource("SetupSheet.qml", {
+                viewModel: root.viewModel.setup.viewModel
+            });
+            (setup.item as Item).forceActiveFocus();
+        } else {
+            setup.source = "";
+        }
+    }
+
     function rememberPlace(): void {
         const diff = screen.item as DiffView;
         const list = screen.item as FileListView;
@@ -58,7 +70,11 @@ Rectangle {
     }
 
     color: Theme.surface
-    Component.onCompleted: root.showScreen()
+    Component.onCompleted: {
+        root.showScreen();
+        root.showSetup();
+        root.viewModel.setup.openIfNeeded();
+    }
 
     Connections {
         function onScreenChanged(): void {
@@ -66,6 +82,14 @@ Rectangle {
         }
 
         target: root.viewModel
+    }
+
+    Connections {
+        function onViewModelChanged(): void {
+            root.showSetup();
+        }
+
+        target: root.viewModel.setup
     }
 
     PanelSizes {
@@ -125,6 +149,22 @@ Rectangle {
         anchors.fill: screen
         enabled: root.isScreenInFront
         onFolderDropped: folder => root.viewModel.openFolder(folder)
+    }
+
+    // Handed its view model once, as a screen is.
+    Loader {
+        id: setup
+
+        anchors.fill: screen
+
+        Connections {
+            function onDismissed(): void {
+                root.viewModel.setup.close();
+            }
+
+            target: setup.item
+            ignoreUnknownSignals: true
+        }
     }
 
     KeychainNotice {

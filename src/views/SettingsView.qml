@@ -10,6 +10,8 @@ FocusScope {
 
     required property SettingsViewModel viewModel
 
+    signal setupRequested
+
     /// The question whether the key is to be removed is open.
     property bool isConfirmingRemoval: false
 
@@ -60,12 +62,23 @@ FocusScope {
             y: Theme.spaceXl
             width: scroll.width - 2 * x
 
-            PlainLabel {
+            Item {
+                width: column.width
                 height: Theme.controlCompactSize
-                text: qsTr("AI Settings")
-                font: Theme.headingFont
-                color: Theme.inkHeading
-                Accessible.role: Accessible.Heading
+
+                PlainLabel {
+                    height: parent.height
+                    text: qsTr("AI Settings")
+                    font: Theme.headingFont
+                    color: Theme.inkHeading
+                    Accessible.role: Accessible.Heading
+                }
+                SecondaryButton {
+                    anchors.right: parent.right
+                    height: parent.height
+                    text: qsTr("Run Setup…")
+                    onClicked: root.setupRequested()
+                }
             }
             Item {
                 width: 1

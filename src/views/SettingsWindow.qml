@@ -9,6 +9,8 @@ FramedWindow {
 
     required property SettingsViewModel viewModel
 
+    signal setupRequested
+
     /// Shows the settings as they are stored, or as they were being edited, in front.
     function showSettings(): void {
         root.viewModel.reloadIfChanged();
@@ -30,6 +32,7 @@ FramedWindow {
         width: parent.width
         focus: true
         viewModel: root.viewModel
+        onSetupRequested: root.setupRequested()
     }
 
     SubWindowTitle {

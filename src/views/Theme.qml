@@ -173,6 +173,12 @@ QtObject {
     readonly property int keysColumnSize: 260
     readonly property int dividerHitSize: 8
     readonly property int headingGapSize: 10
+    readonly property int optionPaddingSize: 14
+    readonly property int circleSize: 32
+    readonly property int footPaddingSize: 14
+    readonly property int waitingSize: 50
+    readonly property int serverRowSize: 44
+    readonly property int sheetTopSize: 96
     readonly property int explanationFootSize: 18
     readonly property int proseRiseSize: 1
     readonly property int cardEndSize: 6
@@ -240,6 +246,7 @@ QtObject {
     readonly property int bodyBoldLine: 20
     readonly property font bodyUnderlinedFont: Qt.font({ family: uiFamily, pixelSize: 13, weight: Font.Normal, underline: true })
     readonly property font smallFont: Qt.font({ family: uiFamily, pixelSize: 12, weight: Font.Normal })
+    readonly property font smallUnderlinedFont: Qt.font({ family: uiFamily, pixelSize: 12, weight: Font.Normal, underline: true })
     readonly property int smallLine: 18
     readonly property font captionFont: Qt.font({ family: uiFamily, pixelSize: 11, weight: Font.DemiBold })
     readonly property int captionLine: 16

@@ -44,8 +44,8 @@ protected:
 
     QTemporaryDir folders{};
     ScreenServices services{};
-    std::unique_ptr<RootViewModel> root =
-        std::make_unique<RootViewModel>(services.review, services.recentRepos, services.settings);
+    std::unique_ptr<RootViewModel> root = std::make_unique<RootViewModel>(
+        services.review, services.recentRepos, services.settings, services.setup);
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 1)};
     const AppCoordinator::DiffRoute diffRoute{sampleRepo(u"orchard"_s), files.at(0), files,
                                               Changeset(files), Selection::first};
@@ -58,13 +58,15 @@ TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)
     EXPECT_EQ(root->coordinator(), &services.coordinator);
     EXPECT_EQ(root->keychainAccessNotice(), &services.notice);
     EXPECT_EQ(root->settings(), &services.settings);
+    EXPECT_EQ(root->setup(), &services.setup);
     EXPECT_NE(root->picker(), nullptr);
 }
 
 TEST_F(RootViewModelTest, ShowsTheRouteThatTheCoordinatorHasAlready)
 {
     services.coordinator.setRoute(diffRoute);
-    const RootViewModel later(services.review, services.recentRepos, services.settings);
+    const RootViewModel later(services.review, services.recentRepos, services.settings,
+                              services.setup);
 
     ASSERT_NE(later.diff(), nullptr);
     EXPECT_EQ(later.diff()->file(), files.at(0));

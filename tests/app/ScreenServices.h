@@ -7,6 +7,9 @@
 #include "app/ReviewServices.h"
 #include "app/SettingsViewModel.h"
 #include "git/GitWorker.h"
+#include "onboarding/AISetupPresenter.h"
+#include "onboarding/AISetupSession.h"
+#include "onboarding/AISetupSheet.h"
 #include "persistence/APIKeyPresenceStore.h"
 #include "persistence/KeychainAccessNotice.h"
 #include "persistence/KeychainWorker.h"
@@ -19,8 +22,12 @@
 #include "support/FakeChatHistory.h"
 #include "support/FakeGitService.h"
 #include "support/FakeKeychain.h"
+#include "support/FakeLocalDetector.h"
+#include "support/FakeSignIn.h"
 
+#include <QList>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <functional>
 #include <memory>
@@ -66,6 +73,20 @@ struct ScreenServices
     SettingsViewModel settings{SettingsViewModel::Services{settingsStore, keychainWorker, notice,
                                                            appearance, keyPresence, defaults,
                                                            notificationCenter}};
+    AISetupSession setupSession{};
+    FakeSignIn signIn{};
+    FakeLocalDetector localDetector{};
+    QList<QUrl> openedPages{}; ///< In the browser.
+    AISetupPresenter setupPresenter{
+        AISetupPresenter::Services{settingsStore, keyPresence, setupSession, notificationCenter}};
+    AISetupSheet setup{setupPresenter,
+                       AISetupViewModel::Services{settingsStore, keychainWorker, notice,
+                                                  keyPresence, signIn, localDetector, defaults,
+                                                  notificationCenter, [] {},
+                                                  [this](const QUrl &page) {
+                                                      openedPages.append(page);
+                                                      return true;
+                                                  }}};
 };
 
 /// Runs what is ready on the interface thread.

@@ -10,6 +10,9 @@ TestCase {
 
     property bool acknowledgesNotice: true
 
+    /// The stored configuration can work, so that the setup does not open by itself.
+    property bool isConfigured: true
+
     /// The settings in place of the main window.
     property bool showsSettings: false
 
@@ -25,6 +28,9 @@ TestCase {
     }
 
     function showMainWindow(): void {
+        if (root.isConfigured) {
+            driver.storeConfiguration("openRouter", "https://openrouter.ai/api/v1", "google/gemini-3.8-flash");
+        }
         root.content.width = 1280;
         root.content.height = 824;
         root.content.setSource("qrc:/qt/qml/Vantrel/RootView.qml", {

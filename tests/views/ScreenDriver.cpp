@@ -77,7 +77,7 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
         m_services->notice.acknowledge();
     }
     m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
-                                             m_services->settings);
+                                             m_services->settings, m_services->setup);
     Q_EMIT started();
 }
 
@@ -287,6 +287,51 @@ void ScreenDriver::recordShownKeychainNotice()
     if (!m_services->defaults.setBoolean(key, true)) {
         qWarning("the preference could not be written");
     }
+}
+
+void ScreenDriver::storeConfiguration(const QString &provider, const QString &baseURL,
+                                      const QString &model)
+{
+    m_services->settingsStore.saveAIConfig(
+        {aiProviderFromRawValue(provider).value(), baseURL, model});
+}
+
+int ScreenDriver::signInCount() const
+{
+    return m_services->signIn.runningCount();
+}
+
+void ScreenDriver::finishSignIn(const QString &key)
+{
+    m_services->signIn.finish(key);
+}
+
+void ScreenDriver::failSignIn()
+{
+    OpenRouterSignInError error;
+    error.kind = OpenRouterSignInError::Case::couldNotOpenBrowser;
+    m_services->signIn.finish(failure(error));
+}
+
+QStringList ScreenDriver::openedPages() const
+{
+    QStringList pages;
+    for (const QUrl &page : std::as_const(m_services->openedPages)) {
+        pages.append(page.toString());
+    }
+    return pages;
+}
+
+void ScreenDriver::answerLocalServers(const QVariantMap &models)
+{
+    LocalModelServerStatuses statuses;
+    for (const LocalModelServer server : allLocalModelServers) {
+        const auto found = models.constFind(rawValue(server));
+        statuses.insert(server, found == models.cend()
+                                    ? LocalModelServerStatus::notRunning()
+                                    : LocalModelServerStatus::running(found->toStringList()));
+    }
+    m_services->localDetector.finish(statuses);
 }
 
 QStringList ScreenDriver::spokenTexts(QQuickItem *item) const

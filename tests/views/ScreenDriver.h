@@ -84,6 +84,10 @@ public:
     Q_INVOKABLE void failAnswer(const QString &message);
     Q_INVOKABLE void answerQuestions(const QStringList &questions);
 
+    /// As if it had been saved from the settings; the provider goes by its stored name.
+    Q_INVOKABLE void storeConfiguration(const QString &provider, const QString &baseURL,
+                                        const QString &model);
+
     /// The keychain: what it holds, whether its next call hangs, and whether it refuses the next
     /// change. Providers go by their stored names.
     Q_INVOKABLE void storeKey(const QString &provider, const QString &key);
@@ -94,6 +98,16 @@ public:
 
     /// As if a key had been saved from the settings before.
     Q_INVOKABLE void recordShownKeychainNotice();
+
+    /// The browser: how many sign-ins are under way, how the one that is ends, and which pages were
+    /// opened for the person.
+    Q_INVOKABLE int signInCount() const;
+    Q_INVOKABLE void finishSignIn(const QString &key);
+    Q_INVOKABLE void failSignIn(); ///< Since the browser cannot be opened.
+    Q_INVOKABLE QStringList openedPages() const;
+
+    /// Ends the search for model servers: with the models of those that run, by stored names.
+    Q_INVOKABLE void answerLocalServers(const QVariantMap &models);
 
     /// Every text that a screen reader is given of the item's window.
     Q_INVOKABLE QStringList spokenTexts(QQuickItem *item) const;

@@ -169,8 +169,13 @@ Item {
             return passwordField.children[1].children[0];
         }
 
+        /// The control that has the keyboard, and the row of segments.
         function segment(index: int): Item {
-            return segments.contentItem.children[index];
+            return segments.children[1].children[index];
+        }
+
+        function segmentFill(index: int): Rectangle {
+            return segment(index).children[1].background;
         }
 
         function test_aFieldHasALookForEachState(): void {
@@ -273,8 +278,8 @@ Item {
 
         function test_theChosenSegmentIsBoldAndNothingMoves(): void {
             const widths = [0, 1, 2].map(index => segment(index).width);
-            compare(segment(0).background.color, Theme.card);
-            compare(segment(0).background.border.color, Theme.lineStrong);
+            compare(segmentFill(0).color, Theme.card);
+            compare(segmentFill(0).border.color, Theme.lineStrong);
             compare(labelsIn(segment(0))[0].font.weight, Theme.bodyBoldFont.weight);
 
             mouseClick(segment(2));
@@ -289,14 +294,14 @@ Item {
 
         function test_aSegmentUnderThePointerIsFilled(): void {
             mouseMove(segment(1), 5, 5);
-            tryCompare(segment(1).background, "color", Theme.rowPressed);
+            tryCompare(segmentFill(1), "color", Theme.rowPressed);
 
             mouseMove(root, 490, 490);
-            tryVerify(() => segment(1).background.color.a === 0);
+            tryVerify(() => segmentFill(1).color.a === 0);
         }
 
         function test_segmentsHaveOneRingAfterKeyboardUse(): void {
-            const ring = segments.background.children[0];
+            const ring = segments.children[0].background.children[0];
             mouseClick(segment(1));
             verify(segments.activeFocus);
             verify(!ring.visible);

@@ -510,12 +510,12 @@ Item {
             screen.openWithKey();
             const stops = [];
 
-            for (let i = 0; i < 7; ++i) {
+            for (let i = 0; i < 8; ++i) {
                 stops.push(screen.stopName());
                 keyClick(Qt.Key_Tab);
             }
 
-            compare(stops, ["Provider", "Model", "API key", "Show key", "Save", "Remove", "Theme"]);
+            compare(stops, ["Provider", "Model", "API key", "Show key", "Save", "Remove", "Theme", "Run Setup…"]);
             compare(screen.stopName(), "Provider");
         }
 
@@ -563,7 +563,9 @@ Item {
             verify(!isInSight(themes));
 
             keyClick(Qt.Key_Backtab);
+            keyClick(Qt.Key_Backtab);
             verify(isInSight(themes));
+            keyClick(Qt.Key_Tab);
             keyClick(Qt.Key_Tab);
 
             verify(isInSight(screen.find(Accessible.Grouping, "Provider")));

@@ -45,6 +45,22 @@ Result<void, KeychainError> SampleKeychain::deleteAPIKey(AIProvider provider)
     return {};
 }
 
+Task<SampleSignIn::Outcome> SampleSignIn::obtainAPIKey()
+{
+    while (!m_outcome) {
+        co_await m_never.wait();
+    }
+    co_return *m_outcome;
+}
+
+Task<LocalModelServerStatuses> SampleLocalDetector::detectAll()
+{
+    while (!m_statuses) {
+        co_await m_never.wait();
+    }
+    co_return *m_statuses;
+}
+
 Task<Result<QString, AIFailure>> SampleAIService::complete(QString, QString)
 {
     while (m_narrative.isEmpty()) {

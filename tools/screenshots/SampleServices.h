@@ -2,6 +2,8 @@
 
 #include "ai/AIServicing.h"
 #include "git/GitServicing.h"
+#include "onboarding/LocalModelServerDetecting.h"
+#include "onboarding/OpenRouterSigningIn.h"
 #include "persistence/KeychainStoring.h"
 #include "platform/jobs/Channel.h"
 #include "platform/jobs/WaiterList.h"
@@ -104,6 +106,34 @@ private:
     WaiterList m_never{};
     std::deque<Channel<HunkExplanationStreamEvent, AIFailure>> m_explanationChannels{};
     std::deque<Channel<QString, AIFailure>> m_answerChannels{};
+};
+
+/// A sign-in that ends as it was told to, or waits for the browser. Thread: interface.
+class SampleSignIn final : public OpenRouterSigningIn
+{
+public:
+    using Outcome = Result<QString, OpenRouterSignInError>;
+
+    void setOutcome(Outcome outcome) { m_outcome = std::move(outcome); }
+
+    Task<Outcome> obtainAPIKey() override;
+
+private:
+    std::optional<Outcome> m_outcome{};
+    WaiterList m_never{};
+};
+
+/// Finds the servers that it was given, or goes on looking. Thread: interface.
+class SampleLocalDetector final : public LocalModelServerDetecting
+{
+public:
+    void setStatuses(LocalModelServerStatuses statuses) { m_statuses = std::move(statuses); }
+
+    Task<LocalModelServerStatuses> detectAll() override;
+
+private:
+    std::optional<LocalModelServerStatuses> m_statuses{};
+    WaiterList m_never{};
 };
 
 /// Recent repositories that do not depend on what is on the disk. Thread: any, once it is filled.

@@ -158,6 +158,8 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
             return nullptr;
         }
     }
+    m_settings.saveAIConfig({AIProvider::openRouter, defaultBaseURL(AIProvider::openRouter),
+                             u"google/gemini-3.8-flash"_s});
     // Whether a cursor that blinks is seen is a matter of the moment.
     QGuiApplication::styleHints()->setCursorFlashTime(0);
     // The pointer would else rest on the first button.
@@ -166,10 +168,17 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
     m_settingsViewModel = std::make_unique<SettingsViewModel>(
         SettingsViewModel::Services{m_settings, m_keychain, *m_notice, m_appearanceController,
                                     m_keyPresence, m_defaults, m_notificationCenter});
+    m_setupPresenter = std::make_unique<AISetupPresenter>(AISetupPresenter::Services{
+        m_settings, m_keyPresence, m_setupSession, m_notificationCenter});
+    m_setupSheet = std::make_unique<AISetupSheet>(
+        *m_setupPresenter,
+        AISetupViewModel::Services{m_settings, m_keychain, *m_notice, m_keyPresence, m_signIn,
+                                   m_localDetector, m_defaults, m_notificationCenter, [] {},
+                                   [](const QUrl &) { return true; }});
     m_rootViewModel = std::make_unique<RootViewModel>(
         ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
                        m_notificationCenter},
-        m_recentRepos, *m_settingsViewModel);
+        m_recentRepos, *m_settingsViewModel, *m_setupSheet);
     m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
     m_window = m_mainWindow->window();
     if (m_window == nullptr) {
@@ -236,6 +245,48 @@ const QList<Scene::State> &Scene::all()
         {u"settings-model-menu"_s, [](Scene &scene) { scene.showModelMenu(); }},
         {u"settings-remove"_s, [](Scene &scene) { scene.showRemovalQuestion(); }},
         {u"settings-keychain"_s, [](Scene &scene) { scene.showSettingsNotice(); }},
+        {u"setup-choose"_s, [](Scene &scene) { scene.showSetup(); }},
+        {u"setup-choose-error"_s,
+         [](Scene &scene) {
+             scene.showSignIn(failure(OpenRouterSignInError{
+                 OpenRouterSignInError::Case::couldNotOpenBrowser, std::nullopt, 0}));
+         }},
+        {u"setup-signing-in"_s, [](Scene &scene) { scene.showSignIn(std::nullopt); }},
+        {u"setup-paste-openrouter"_s,
+         [](Scene &scene) { scene.showPastedKey(AIProvider::openRouter); }},
+        {u"setup-paste-openai"_s, [](Scene &scene) { scene.showUnknownModel(); }},
+        {u"setup-keychain"_s,
+         [](Scene &scene) {
+             scene.showPastedKey(AIProvider::openRouter);
+             scene.m_setupSheet->viewModel()->savePastedKey();
+         }},
+        {u"setup-local-checking"_s, [](Scene &scene) { scene.showLocalServers(std::nullopt); }},
+        {u"setup-local-found"_s,
+         [](Scene &scene) {
+             scene.showLocalServers(LocalModelServerStatuses{
+                 {LocalModelServer::ollama,
+                  LocalModelServerStatus::running(
+                      {u"qwen3-coder:30b"_s, u"llama3.2"_s, u"gpt-oss:20b"_s})},
+                 {LocalModelServer::lmStudio, LocalModelServerStatus::notRunning()}});
+         }},
+        {u"setup-local-no-models"_s,
+         [](Scene &scene) {
+             scene.showLocalServers(LocalModelServerStatuses{
+                 {LocalModelServer::ollama, LocalModelServerStatus::running({})},
+                 {LocalModelServer::lmStudio, LocalModelServerStatus::notRunning()}});
+         }},
+        {u"setup-local-none"_s,
+         [](Scene &scene) {
+             scene.showLocalServers(LocalModelServerStatuses{
+                 {LocalModelServer::ollama, LocalModelServerStatus::notRunning()},
+                 {LocalModelServer::lmStudio, LocalModelServerStatus::notRunning()}});
+         }},
+        {u"setup-done"_s,
+         [](Scene &scene) {
+             scene.recordShownNotice();
+             scene.showSignIn(u"sample"_s);
+         }},
+        {u"setup-done-local"_s, [](Scene &scene) { scene.showLocalSetup(); }},
     };
     return states;
 }
@@ -420,11 +471,16 @@ void Scene::showSettings()
     wait([this] { return m_settingsViewModel->isKeyStateKnown(); });
 }
 
-void Scene::saveKey()
+void Scene::recordShownNotice()
 {
     const bool isRecorded =
         m_defaults.setBoolean(QString::fromLatin1(shownSettingsNoticeKey), true).has_value();
     Q_ASSERT(isRecorded);
+}
+
+void Scene::saveKey()
+{
+    recordShownNotice();
     m_settingsViewModel->setApiKeyDraft(u"sample"_s);
     m_settingsViewModel->save();
     wait([this] { return !m_settingsViewModel->isChangingKey(); });
@@ -471,6 +527,63 @@ void Scene::showSettingsNotice()
     showSettings();
     m_settingsViewModel->setApiKeyDraft(u"sample"_s);
     m_settingsViewModel->save();
+}
+
+void Scene::showSetup()
+{
+    showFirstSummary();
+    m_setupSheet->open();
+}
+
+void Scene::showSignIn(std::optional<SampleSignIn::Outcome> outcome)
+{
+    const bool isEnding = outcome.has_value();
+    if (isEnding) {
+        m_signIn.setOutcome(*std::move(outcome));
+    }
+    showSetup();
+    const AISetupViewModel &setup = *m_setupSheet->viewModel();
+    m_setupSheet->viewModel()->startSignIn();
+    wait([&setup, isEnding] {
+        return isEnding == (setup.step() != AISetupViewModel::Step::signingIn);
+    });
+}
+
+void Scene::showPastedKey(AIProvider provider)
+{
+    showSetup();
+    AISetupViewModel &setup = *m_setupSheet->viewModel();
+    setup.choosePasteKey();
+    setup.setPasteProvider(provider);
+    setup.setApiKeyDraft(u"sample-key-of-22-signs"_s);
+}
+
+void Scene::showUnknownModel()
+{
+    showPastedKey(AIProvider::openAI);
+    AISetupViewModel &setup = *m_setupSheet->viewModel();
+    setup.selectCustomModel(QString());
+    setup.savePastedKey();
+}
+
+void Scene::showLocalServers(std::optional<LocalModelServerStatuses> statuses)
+{
+    const bool isEnding = statuses.has_value();
+    if (isEnding) {
+        m_localDetector.setStatuses(*std::move(statuses));
+    }
+    showSetup();
+    const AISetupViewModel &setup = *m_setupSheet->viewModel();
+    m_setupSheet->viewModel()->chooseLocalModel();
+    wait([&setup, isEnding] { return setup.isCheckingLocalServers() != isEnding; });
+}
+
+void Scene::showLocalSetup()
+{
+    showLocalServers(LocalModelServerStatuses{
+        {LocalModelServer::ollama, LocalModelServerStatus::running({u"qwen3-coder:30b"_s})},
+        {LocalModelServer::lmStudio, LocalModelServerStatus::notRunning()}});
+    m_setupSheet->viewModel()->useLocalModel();
 }
 
 void Scene::wait(const std::function<bool()> &isReached)

@@ -9,6 +9,9 @@
 #include "app/RootViewModel.h"
 #include "app/SettingsViewModel.h"
 #include "git/GitWorker.h"
+#include "onboarding/AISetupPresenter.h"
+#include "onboarding/AISetupSession.h"
+#include "onboarding/AISetupSheet.h"
 #include "persistence/APIKeyPresenceStore.h"
 #include "persistence/ChatHistoryWorker.h"
 #include "persistence/KeychainAccessNotice.h"
@@ -28,6 +31,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace vantrel::screenshots {
 
@@ -85,6 +89,15 @@ private:
     void showSettingsNotice();
     void saveKey();
 
+    /// Opens the setup sheet over the files.
+    void showSetup();
+    void showSignIn(std::optional<SampleSignIn::Outcome> outcome);
+    void showPastedKey(AIProvider provider);
+    void showUnknownModel();
+    void showLocalServers(std::optional<LocalModelServerStatuses> statuses);
+    void showLocalSetup();
+    void recordShownNotice();
+
     /// Runs the event loop until `isReached`.
     static void wait(const std::function<bool()> &isReached);
     void waitForLines();
@@ -107,6 +120,11 @@ private:
     APIKeyPresenceStore m_keyPresence;
     std::unique_ptr<KeychainAccessNotice> m_notice{};
     std::unique_ptr<SettingsViewModel> m_settingsViewModel{};
+    AISetupSession m_setupSession{};
+    SampleSignIn m_signIn{};
+    SampleLocalDetector m_localDetector{};
+    std::unique_ptr<AISetupPresenter> m_setupPresenter{};
+    std::unique_ptr<AISetupSheet> m_setupSheet{};
     std::unique_ptr<RootViewModel> m_rootViewModel{};
     std::unique_ptr<MainWindow> m_mainWindow{};
     std::unique_ptr<QQuickWindow> m_settingsWindow{};
