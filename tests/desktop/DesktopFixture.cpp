@@ -68,16 +68,13 @@ Sought selected(const Sought &sought)
             [=](const ShownItem &item) { return sought.isIt(item) && item.isSelected(); }};
 }
 
-void DesktopFixture::SetUp()
+void DesktopFixture::start(const QStringList &arguments, QProcessEnvironment environment)
 {
-    const QString repository = makeDemoRepository(m_folder.path());
-    writePreferences();
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.path());
-    environment.insert(u"VANTREL_KEYCHAIN_SERVICE"_s, u"com.orbisk.apikeys.tests"_s);
+    environment.insert(u"VANTREL_KEYCHAIN_SERVICE"_s, keychainService());
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
-    m_application.emplace(QString::fromUtf8(VANTREL), QStringList{repository}, environment);
+    m_application.emplace(QString::fromUtf8(VANTREL), arguments, environment);
     await({named(u"frame"_s, u"Reviewer"_s)});
     activateWindow(u"Reviewer"_s);
     await({{u"the active window"_s,
@@ -144,9 +141,16 @@ void DesktopFixture::act(const Sought &sought, const QString &action)
     });
 }
 
-void DesktopFixture::writePreferences()
+void ReviewFixture::SetUp()
 {
-    UserDefaults defaults(m_folder.filePath(u"com.orbisk.app"_s));
+    const QString repository = makeDemoRepository(folder());
+    writePreferences();
+    start({repository}, QProcessEnvironment::systemEnvironment());
+}
+
+void ReviewFixture::writePreferences()
+{
+    UserDefaults defaults(folder() + u"/com.orbisk.app"_s);
     ASSERT_TRUE(defaults.setText(u"aiProvider"_s, u"custom"_s));
     ASSERT_TRUE(defaults.setText(u"aiBaseURL"_s, m_provider.baseURL()));
     ASSERT_TRUE(defaults.setText(u"aiModel"_s, u"sample"_s));

@@ -30,17 +30,17 @@ struct Sought
 [[nodiscard]] Sought focused(const Sought &sought);
 [[nodiscard]] Sought selected(const Sought &sought);
 
-/// The built application on a display, a sample repository and the sample provider, met only
-/// through the accessibility bus and the keyboard. A wait ends with what it waited for, or throws
-/// with the list of what is shown instead, which ends the test.
+/// The built application on a display, met only through the accessibility bus and the keyboard. A
+/// wait ends with what it waited for, or throws with the list of what is shown instead, which ends
+/// the test.
 class DesktopFixture : public testing::Test
 {
 protected:
-    /// Starts the application on the sample repository, set up for the sample provider.
-    void SetUp() override;
-
-    /// Quits it by the keyboard; it must end well and without a word.
+    /// Quits the application by the keyboard; it must end well and without a word.
     void TearDown() override;
+
+    /// Starts the application with preferences in `folder()`, and waits for its window.
+    void start(const QStringList &arguments, QProcessEnvironment environment);
 
     /// Waits until all of these are shown. Gives everything that then is, in reading order.
     QList<ShownItem> await(const QList<Sought> &sought);
@@ -52,19 +52,35 @@ protected:
     /// Waits until the field of this name holds this text.
     void awaitText(const QString &fieldName, const QString &text);
 
-    [[nodiscard]] QString repositoryName() const { return QStringLiteral("ledger-api"); }
+    [[nodiscard]] QString folder() const { return m_folder.path(); }
+    [[nodiscard]] static QString keychainService()
+    {
+        return QStringLiteral("com.orbisk.apikeys.tests");
+    }
 
 private:
     using Reached = std::function<bool(const QList<ShownItem> &)>;
 
     QList<ShownItem> awaitScreen(const QString &what, const Reached &isReached);
     void act(const Sought &sought, const QString &action);
-    void writePreferences();
 
     QTemporaryDir m_folder{};
-    SampleProvider m_provider{};
     std::optional<ChildProcess> m_application{};
     ScreenReader m_reader{};
+};
+
+/// The application on a sample repository, set up for the sample provider.
+class ReviewFixture : public DesktopFixture
+{
+protected:
+    void SetUp() override;
+
+    [[nodiscard]] QString repositoryName() const { return QStringLiteral("ledger-api"); }
+
+private:
+    void writePreferences();
+
+    SampleProvider m_provider{};
 };
 
 } // namespace vantrel::test

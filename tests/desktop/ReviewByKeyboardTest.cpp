@@ -8,7 +8,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-class ReviewByKeyboard : public DesktopFixture
+class ReviewByKeyboard : public ReviewFixture
 {
 protected:
     /// From the list, where the keyboard is on the first row, to the second of three changes.

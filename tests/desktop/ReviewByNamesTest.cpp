@@ -10,7 +10,7 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-using ReviewByNames = DesktopFixture;
+using ReviewByNames = ReviewFixture;
 
 const QString question = u"Who calls this?"_s;
 
