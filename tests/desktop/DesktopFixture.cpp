@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QDir>
+#include <QProcess>
 #include <QTimer>
 
 #include <algorithm>
@@ -98,10 +100,27 @@ QList<ShownItem> DesktopFixture::await(const QList<Sought> &sought)
     for (const Sought &one : sought) {
         words.append(one.words);
     }
-    return awaitScreen(words.join(u", "_s), [&](const QList<ShownItem> &items) {
-        return std::all_of(sought.cbegin(), sought.cend(),
-                           [&](const Sought &one) { return find(items, one) != nullptr; });
-    });
+    const QList<ShownItem> items =
+        awaitScreen(words.join(u", "_s), [&](const QList<ShownItem> &items) {
+            return std::all_of(sought.cbegin(), sought.cend(),
+                               [&](const Sought &one) { return find(items, one) != nullptr; });
+        });
+    record();
+    return items;
+}
+
+void DesktopFixture::record()
+{
+    const QString folder = qEnvironmentVariable("VANTREL_RECORDING");
+    if (folder.isEmpty()) {
+        return;
+    }
+    const auto *const test = testing::UnitTest::GetInstance()->current_test_info();
+    const QString name = QString::fromUtf8(test->test_suite_name()) + u'.' +
+                         QString::fromUtf8(test->name()) +
+                         u"-%1.png"_s.arg(++m_recorded, 2, 10, QChar(u'0'));
+    EXPECT_EQ(
+        QProcess::execute(u"import"_s, {u"-window"_s, u"root"_s, QDir(folder).filePath(name)}), 0);
 }
 
 void DesktopFixture::awaitText(const QString &fieldName, const QString &text)

@@ -64,7 +64,11 @@ private:
     QList<ShownItem> awaitScreen(const QString &what, const Reached &isReached);
     void act(const Sought &sought, const QString &action);
 
+    /// Keeps a picture of the display, when the person who runs the test asked for a recording.
+    void record();
+
     QTemporaryDir m_folder{};
+    int m_recorded = 0;
     std::optional<ChildProcess> m_application{};
     ScreenReader m_reader{};
 };
