@@ -101,9 +101,9 @@ QList<ShownItem> DesktopFixture::await(const QList<Sought> &sought)
         words.append(one.words);
     }
     const QList<ShownItem> items =
-        awaitScreen(words.join(u", "_s), [&](const QList<ShownItem> &items) {
+        awaitScreen(words.join(u", "_s), [&](const QList<ShownItem> &shown) {
             return std::all_of(sought.cbegin(), sought.cend(),
-                               [&](const Sought &one) { return find(items, one) != nullptr; });
+                               [&](const Sought &one) { return find(shown, one) != nullptr; });
         });
     record();
     return items;
