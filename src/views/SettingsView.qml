@@ -15,34 +15,19 @@ FocusScope {
     /// The question whether the key is to be removed is open.
     property bool isConfirmingRemoval: false
 
-    /// What the keyboard is on, wherever in the window.
-    readonly property Item focusedItem: root.Window.activeFocusItem
-
     function closeRemoval(): void {
         root.isConfirmingRemoval = false;
         saveButton.forceActiveFocus(Qt.TabFocusReason);
     }
 
-    /// In a window lower than the form, the control that the keyboard comes to moves into sight.
-    function showFocusedItem(): void {
-        const item = root.focusedItem;
-        let ancestor = item;
-        while (ancestor !== null && ancestor !== column) {
-            ancestor = ancestor.parent;
-        }
-        if (ancestor === null) {
-            return;
-        }
-        const top = item.mapToItem(scroll.contentItem, 0, 0).y - Theme.spaceXl;
-        const bottom = top + item.height + 2 * Theme.spaceXl;
-        scroll.contentY = Math.max(0, Math.max(Math.min(scroll.contentY, top), bottom - scroll.height));
-    }
-
-    onFocusedItemChanged: root.showFocusedItem()
-
     Rectangle {
         anchors.fill: parent
         color: Theme.surface
+    }
+
+    FocusFollower {
+        view: scroll
+        content: column
     }
 
     Flickable {

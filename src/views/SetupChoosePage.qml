@@ -7,13 +7,10 @@ import Vantrel
 SetupPage {
     id: root
 
-    required property AISetupViewModel viewModel
-
     signal dismissed
 
     title: qsTr("Set Up AI")
     help: qsTr("Vantrel explains your changes with an AI model you choose. Your code is sent only to that provider.")
-    errorMessage: root.viewModel.errorMessage
     onEscaped: root.dismissed()
 
     SetupOption {

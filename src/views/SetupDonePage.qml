@@ -7,10 +7,9 @@ import Vantrel
 SetupPage {
     id: root
 
-    required property AISetupViewModel viewModel
-
     signal dismissed
 
+    name: root.viewModel.readyMessage
     onEscaped: root.dismissed()
 
     Item {

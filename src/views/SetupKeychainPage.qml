@@ -7,8 +7,6 @@ import Vantrel
 SetupPage {
     id: root
 
-    required property AISetupViewModel viewModel
-
     iconName: "key"
     title: qsTr("Your API Key Is Stored in the Keychain")
     help: qsTr("Vantrel stores your API key in the macOS Keychain, Apple's encrypted credential store. Your Mac may ask for your login password to allow this. If it does, choose \"Always Allow\" so it won't ask again.")

@@ -7,11 +7,8 @@ import Vantrel
 SetupPage {
     id: root
 
-    required property AISetupViewModel viewModel
-
     title: qsTr("Use a Local Model")
     help: qsTr("Vantrel talks to a model server running on this Mac, so nothing is sent over the internet.")
-    errorMessage: root.viewModel.errorMessage
     onEscaped: root.viewModel.back()
 
     FormRow {

@@ -9,10 +9,13 @@ import Vantrel
 FocusScope {
     id: root
 
+    required property AISetupViewModel viewModel
+
     property string iconName: ""
     property string title: ""
+    /// What the sheet is called with this page.
+    property string name: root.title
     property string help: ""
-    property string errorMessage: ""
     /// The remedy of the error, beside its sentence.
     property string errorLinkText: ""
     default property alias content: body.data
@@ -22,23 +25,12 @@ FocusScope {
     signal escaped
     signal errorLinkActivated
 
-    /// What the keyboard is on, wherever in the window.
-    readonly property Item focusedItem: root.Window.activeFocusItem
-
     implicitHeight: scroll.contentHeight + foot.height
     Keys.onEscapePressed: root.escaped()
 
-    /// In a window lower than the page, the control that the keyboard comes to moves into sight.
-    onFocusedItemChanged: {
-        let ancestor = root.focusedItem;
-        while (ancestor !== null && ancestor !== column) {
-            ancestor = ancestor.parent;
-        }
-        if (ancestor !== null) {
-            const top = root.focusedItem.mapToItem(scroll.contentItem, 0, 0).y - Theme.spaceXl;
-            const bottom = top + root.focusedItem.height + 2 * Theme.spaceXl;
-            scroll.contentY = Math.max(0, Math.max(Math.min(scroll.contentY, top), bottom - scroll.height));
-        }
+    FocusFollower {
+        view: scroll
+        content: column
     }
 
     Flickable {
@@ -123,8 +115,8 @@ FocusScope {
                 id: failure
 
                 width: column.width
-                visible: root.errorMessage !== ""
-                message: root.errorMessage
+                visible: root.viewModel.errorMessage !== ""
+                message: root.viewModel.errorMessage
                 linkText: root.errorLinkText
                 onLinkActivated: root.errorLinkActivated()
             }

@@ -7,10 +7,7 @@ import Vantrel
 SetupPage {
     id: root
 
-    required property AISetupViewModel viewModel
-
     title: qsTr("Paste an API Key")
-    errorMessage: root.viewModel.errorMessage
     onEscaped: root.viewModel.back()
 
     FormRow {

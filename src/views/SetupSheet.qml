@@ -61,7 +61,7 @@ FocusScope {
         height: Math.min(page.implicitHeight, root.height - root.topMargin - Theme.spaceL)
         radius: Theme.sheetRadius
         Accessible.role: Accessible.Dialog
-        Accessible.name: root.shownPage === null ? "" : root.shownPage.title
+        Accessible.name: root.shownPage === null ? "" : root.shownPage.name
         Accessible.description: root.shownPage === null ? "" : root.shownPage.help
 
         Loader {

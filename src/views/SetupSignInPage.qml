@@ -7,11 +7,8 @@ import Vantrel
 SetupPage {
     id: root
 
-    required property AISetupViewModel viewModel
-
     title: qsTr("Sign in with OpenRouter")
     help: qsTr("Approve Vantrel on the OpenRouter page that just opened. Setup continues here on its own when you're done.")
-    errorMessage: root.viewModel.errorMessage
     errorLinkText: root.viewModel.canSaveKeyAgain ? qsTr("Save the key again") : ""
     onErrorLinkActivated: root.viewModel.saveKeyAgain()
     onEscaped: root.viewModel.cancelSignIn()

@@ -119,7 +119,6 @@ Item {
             keyClick(Qt.Key_Left, Qt.AltModifier);
             mouseClick(window, 300, 300);
             mouseClick(window, 30, 65);
-            wait(0);
 
             compare(driver.root.diff, null);
             verify(driver.root.fileList !== null);
@@ -176,6 +175,7 @@ Item {
 
             tryVerify(() => driver.storedKey("openRouter") === "sk-or-new");
             screen.expectNamed("Ready: using Gemini 3.8 Flash via OpenRouter");
+            compare(screen.dialog().Accessible.name, "Ready: using Gemini 3.8 Flash via OpenRouter");
             screen.verifyTexts(["You can change the provider or model any time in Settings.", "New OpenRouter accounts need credits before the first review."]);
             mouseClick(screen.named("Add OpenRouter credits →"));
             compare(driver.openedPages().length, 1);
@@ -311,6 +311,12 @@ Item {
             compare(screen.alert(), "");
         }
 
+        function isFocusInSight(): bool {
+            const item = window.Window.activeFocusItem;
+            const top = item.mapToItem(window, 0, 0).y;
+            return top >= 40 && top + item.height <= window.height;
+        }
+
         function test_aLowWindowScrollsTheForm(): void {
             screen.open();
             window.height = 340;
@@ -322,10 +328,7 @@ Item {
             verify(foot.y < window.height);
             for (let i = 0; i < 12; ++i) {
                 keyClick(Qt.Key_Tab);
-                wait(0);
-                const item = window.Window.activeFocusItem;
-                const top = item.mapToItem(window, 0, 0);
-                verify(top.y >= 40 && top.y + item.height <= window.height, item.toString());
+                tryVerify(() => screen.isFocusInSight());
             }
         }
     }
