@@ -139,21 +139,20 @@ QString AISetupViewModel::selectedLocalModelName() const
     return m_selectedLocalModel.value_or(QString());
 }
 
-// A browser that does not open says so itself, and the page can be asked for again.
-void AISetupViewModel::openKeyPage() const
+void AISetupViewModel::openKeyPage()
 {
-    m_services.openURL(VendorPages::keys(m_pasteProvider));
+    openPage(VendorPages::keys(m_pasteProvider));
 }
 
-void AISetupViewModel::openCreditsPage() const
+void AISetupViewModel::openCreditsPage()
 {
-    m_services.openURL(VendorPages::openRouterCredits());
+    openPage(VendorPages::openRouterCredits());
 }
 
-void AISetupViewModel::openDownloadPage(int index) const
+void AISetupViewModel::openDownloadPage(int index)
 {
     if (isPlaceIn(allLocalModelServers, index)) {
-        m_services.openURL(VendorPages::download(allLocalModelServers.at(std::size_t(index))));
+        openPage(VendorPages::download(allLocalModelServers.at(std::size_t(index))));
     }
 }
 
@@ -400,6 +399,14 @@ void AISetupViewModel::close()
 void AISetupViewModel::showError(const std::optional<QString> &message, StateStep &step)
 {
     step.set(m_errorMessage, message, &AISetupViewModel::errorMessageChanged);
+}
+
+void AISetupViewModel::openPage(const QUrl &page)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    if (!m_services.openURL(page)) {
+        refuse(u"Couldn't open your browser. The page is "_s + page.toString());
+    }
 }
 
 void AISetupViewModel::refuse(const QString &message)

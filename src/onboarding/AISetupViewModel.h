@@ -174,10 +174,10 @@ public:
     [[nodiscard]] QString selectedLocalModelName() const; ///< Empty for none.
 
     /// Open the vendors' pages in the browser: for a key of the provider of the paste page, for
-    /// credits, and for the server at this place.
-    Q_INVOKABLE void openKeyPage() const;
-    Q_INVOKABLE void openCreditsPage() const;
-    Q_INVOKABLE void openDownloadPage(int index) const;
+    /// credits, and for the server at this place. One that does not open is named in the error.
+    Q_INVOKABLE void openKeyPage();
+    Q_INVOKABLE void openCreditsPage();
+    Q_INVOKABLE void openDownloadPage(int index);
 
     /// The three paths; each goes from the first page only.
     Q_INVOKABLE void startSignIn();
@@ -254,6 +254,8 @@ private:
     };
 
     void showError(const std::optional<QString> &message, StateStep &step);
+
+    void openPage(const QUrl &page);
 
     /// Publishes an error alone.
     void refuse(const QString &message);

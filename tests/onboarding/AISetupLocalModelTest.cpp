@@ -220,6 +220,20 @@ TEST_F(AISetupViewModelTest, TheVendorsPagesAreOpenedInTheBrowser)
                                         VendorPages::openRouterCredits()}));
 }
 
+TEST_F(AISetupViewModelTest, APageThatDoesNotOpenIsNamed)
+{
+    isBrowserThere = false;
+    setup->choosePasteKey();
+    setup->setApiKeyDraft(u"sk-1"_s);
+
+    setup->openKeyPage();
+
+    EXPECT_EQ(setup->errorMessage(), u"Couldn't open your browser. The page is "_s +
+                                         VendorPages::keys(AIProvider::openRouter).toString());
+    EXPECT_EQ(setup->step(), Step::pasteKey);
+    EXPECT_EQ(setup->apiKeyDraft(), u"sk-1"_s);
+}
+
 TEST_F(AISetupViewModelTest, ServersAreToldApartByWhatIsKnownOfThem)
 {
     EXPECT_EQ(setup->localServersUsable(), (QList<bool>{false, false}));

@@ -30,7 +30,7 @@ void AISetupViewModelTest::makeSetup()
                                    notificationCenter, [this] { ++activations; },
                                    [this](const QUrl &page) {
                                        openedPages.append(page);
-                                       return true;
+                                       return isBrowserThere;
                                    }});
     published.clear();
     watch(&AISetupViewModel::stepChanged, u"step"_s);

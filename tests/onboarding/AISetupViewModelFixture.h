@@ -71,6 +71,7 @@ protected:
         notificationCenter.observe(aiConfigurationDidChange, [this] { ++announcements; });
     int activations = 0;       ///< How often the application was brought to the front.
     QList<QUrl> openedPages{}; ///< In the browser.
+    bool isBrowserThere = true;
     std::unique_ptr<AISetupViewModel> setup{};
     QStringList published{}; ///< Signals in their order.
 };
