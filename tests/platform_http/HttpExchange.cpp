@@ -17,6 +17,16 @@ HttpExchange::HttpExchange(HttpLoading &loader, HttpRequest request, Reading rea
     : m_job(run(&loader, std::move(request), reading, m_result.get()))
 {}
 
+void HttpExchange::waitForHead() const
+{
+    spinUntil([this] { return m_result->response.has_value(); });
+}
+
+QByteArray HttpExchange::location() const
+{
+    return m_result->response->location;
+}
+
 void HttpExchange::readBody()
 {
     m_job = Job(read(m_result.get()));

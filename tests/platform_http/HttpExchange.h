@@ -34,6 +34,12 @@ public:
 
     [[nodiscard]] const ExchangeResult &result() const { return *m_result; }
 
+    /// Runs the event loop until the head has come.
+    void waitForHead() const;
+
+    /// Where the answer leads to, while its body has not been read to its end.
+    [[nodiscard]] QByteArray location() const;
+
     /// Reads the body of an exchange that was to read the head only.
     void readBody();
 

@@ -370,6 +370,17 @@ TEST_P(RedirectTest, IsAnswerAndNotFollowed)
     EXPECT_EQ(m_server.requests().size(), 1);
 }
 
+TEST_P(RedirectTest, TellsWhereItLeads)
+{
+    m_server.answer(ServerScript().send(
+        httpAnswer(GetParam(), "moved", "Location: https://elsewhere.test/a?b#c\r\n")));
+
+    HttpExchange exchange(m_loader, postRequest(), HttpExchange::Reading::headOnly);
+    exchange.waitForHead();
+
+    EXPECT_EQ(exchange.location(), "https://elsewhere.test/a?b#c");
+}
+
 INSTANTIATE_TEST_SUITE_P(Http, RedirectTest, testing::Values(301, 302, 303, 307, 308));
 
 struct ForbiddenHeader

@@ -31,6 +31,7 @@ struct HttpResponse
 {
     int status = -1; ///< -1 when what answered does not speak HTTP.
     HttpBody body;
+    QByteArray location{}; ///< Where a redirect leads, as the server wrote it; else empty.
 };
 
 /// Loads over HTTP. Redirects are answers like any other and never followed, so that nothing of a

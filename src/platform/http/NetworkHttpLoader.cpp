@@ -123,6 +123,7 @@ public:
         const QVariant status = m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
         return status.isValid() ? std::optional(status.toInt()) : std::nullopt;
     }
+    [[nodiscard]] QByteArray location() const { return m_reply->rawHeader("Location"); }
     [[nodiscard]] bool isFinished() const { return m_reply->isFinished(); }
     [[nodiscard]] QByteArray takeBytes() { return m_reply->readAll(); }
 
@@ -274,7 +275,8 @@ Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest re
             co_return failure(*error);
         }
     }
-    HttpResponse response{reply->status().value_or(-1), readBody(reply, &m_clock, request.timeout)};
+    HttpResponse response{reply->status().value_or(-1), readBody(reply, &m_clock, request.timeout),
+                          reply->location()};
     co_return std::move(response);
 }
 
