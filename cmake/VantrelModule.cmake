@@ -7,8 +7,9 @@ set(VANTREL_MAY_USE_config platform)
 set(VANTREL_MAY_USE_persistence models config platform)
 set(VANTREL_MAY_USE_ai models config persistence platform)
 set(VANTREL_MAY_USE_onboarding config persistence platform)
-set(VANTREL_MAY_USE_app models platform git config persistence ai onboarding)
-set(VANTREL_MAY_USE_views app models platform git config persistence ai onboarding)
+set(VANTREL_MAY_USE_updates platform)
+set(VANTREL_MAY_USE_app models platform git config persistence ai onboarding updates)
+set(VANTREL_MAY_USE_views app models platform git config persistence ai onboarding updates)
 
 add_library(vantrel_definitions INTERFACE)
 target_compile_definitions(vantrel_definitions INTERFACE

@@ -1,8 +1,8 @@
 #include "onboarding/LocalModelServerDetector.h"
 
-#include "onboarding/Running.h"
 #include "platform/http/NetworkHttpLoader.h"
 #include "support/ManualClock.h"
+#include "support/Running.h"
 #include "support/ScriptedServer.h"
 #include "support/Spin.h"
 

@@ -1,8 +1,8 @@
 #include "onboarding/LoopbackCallbackServer.h"
 
 #include "onboarding/LoopbackClient.h"
-#include "onboarding/Running.h"
 #include "platform/jobs/RunQueue.h"
+#include "support/Running.h"
 
 #include <gtest/gtest.h>
 

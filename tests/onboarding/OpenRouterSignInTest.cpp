@@ -2,10 +2,10 @@
 
 #include "onboarding/CallbackAnswer.h"
 #include "onboarding/LoopbackClient.h"
-#include "onboarding/Running.h"
 #include "platform/http/NetworkHttpLoader.h"
 #include "platform/jobs/RunQueue.h"
 #include "support/ManualClock.h"
+#include "support/Running.h"
 #include "support/ScriptedServer.h"
 #include "support/Spin.h"
 

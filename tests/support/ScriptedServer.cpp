@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QSslServer>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -42,6 +43,13 @@ std::optional<ReceivedRequest> takeRequest(QByteArray &received)
     request.body = received.sliced(bodyStart, bodyLength);
     received.remove(0, bodyStart + bodyLength);
     return request;
+}
+
+std::unique_ptr<QTcpServer> tlsServer(const QSslConfiguration &tls)
+{
+    auto server = std::make_unique<QSslServer>();
+    server->setSslConfiguration(tls);
+    return server;
 }
 
 } // namespace
@@ -190,9 +198,20 @@ private:
 };
 
 ScriptedServer::ScriptedServer()
+    : ScriptedServer(std::make_unique<QTcpServer>(), QStringLiteral("http"))
+{}
+
+ScriptedServer::ScriptedServer(const QSslConfiguration &tls)
+    : ScriptedServer(tlsServer(tls), QStringLiteral("https"))
+{}
+
+ScriptedServer::ScriptedServer(std::unique_ptr<QTcpServer> server, QString scheme)
+    : m_server(std::move(server))
+    , m_scheme(std::move(scheme))
 {
-    QObject::connect(&m_server, &QTcpServer::newConnection, &m_server, [this] { accept(); });
-    EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost)) << qPrintable(m_server.errorString());
+    QObject::connect(m_server.get(), &QTcpServer::pendingConnectionAvailable, m_server.get(),
+                     [this] { accept(); });
+    EXPECT_TRUE(m_server->listen(QHostAddress::LocalHost)) << qPrintable(m_server->errorString());
 }
 
 ScriptedServer::~ScriptedServer() = default;
@@ -207,7 +226,7 @@ void ScriptedServer::release()
 QUrl ScriptedServer::url(const QString &path) const
 {
     QUrl url;
-    url.setScheme(QStringLiteral("http"));
+    url.setScheme(m_scheme);
     url.setHost(QStringLiteral("127.0.0.1"));
     url.setPort(port());
     url.setPath(path);
@@ -229,7 +248,7 @@ std::size_t ScriptedServer::holdingCount() const
 
 void ScriptedServer::accept()
 {
-    while (QTcpSocket *const socket = m_server.nextPendingConnection()) {
+    while (QTcpSocket *const socket = m_server->nextPendingConnection()) {
         socket->setParent(nullptr); // The connection owns it.
         m_connections.push_back(
             std::make_unique<Connection>(*this, std::unique_ptr<QTcpSocket>(socket)));

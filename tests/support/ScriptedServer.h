@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QSslConfiguration>
 #include <QString>
 #include <QTcpServer>
 #include <QUrl>
@@ -69,6 +70,9 @@ class ScriptedServer final
 {
 public:
     ScriptedServer();
+
+    /// Speaks HTTP over TLS with the certificate and the key of this configuration.
+    explicit ScriptedServer(const QSslConfiguration &tls);
     ScriptedServer(const ScriptedServer &) = delete;
     ScriptedServer &operator=(const ScriptedServer &) = delete;
     ~ScriptedServer();
@@ -79,7 +83,7 @@ public:
     void release();
 
     [[nodiscard]] QUrl url(const QString &path) const;
-    [[nodiscard]] quint16 port() const { return m_server.serverPort(); }
+    [[nodiscard]] quint16 port() const { return m_server->serverPort(); }
     [[nodiscard]] const QList<ReceivedRequest> &requests() const { return m_requests; }
 
     /// All connections so far, and those that the client has not closed.
@@ -95,9 +99,12 @@ public:
 private:
     class Connection;
 
+    ScriptedServer(std::unique_ptr<QTcpServer> server, QString scheme);
+
     void accept();
 
-    QTcpServer m_server{};
+    std::unique_ptr<QTcpServer> m_server;
+    QString m_scheme;
     std::deque<ServerScript> m_scripts{};
     QList<ReceivedRequest> m_requests{};
     std::vector<std::unique_ptr<Connection>> m_connections{};
