@@ -1,7 +1,11 @@
 #include "app/OrbiskApp.h"
 
+#include "app/SoftwareUpdateSetup.h"
 #include "persistence/KeychainStore.h"
 #include "platform/keychain/SecretItems.h"
+#include "updates/BundleInformation.h"
+
+#include <QStandardPaths>
 
 namespace vantrel {
 
@@ -25,6 +29,9 @@ OrbiskApp::Places OrbiskApp::standardPlaces()
     Places places;
     places.preferencesFolder = UserDefaults::standardFolder();
     places.keychainService = u"com.orbisk.apikeys"_s;
+    places.updatesFolder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                           u"/com.orbisk.app/updates"_s;
+    places.bundleInformation = mainBundleInformation();
     return places;
 }
 
@@ -61,9 +68,12 @@ OrbiskApp::OrbiskApp(const Places &places, const Desktop &desktop)
                                               m_keychainAccessNotice, m_keyPresenceStore, m_signIn,
                                               m_localDetector, m_userDefaults, m_notificationCenter,
                                               desktop.activateApp, desktop.openURL})
+    , m_softwareUpdater(SoftwareUpdateSetup::makeUpdater(places.bundleInformation, m_session,
+                                                         places.updatesFolder, desktop.openURL))
     , m_rootViewModel(ReviewServices{m_gitWorker, m_aiWorker, m_keychainAccessNotice,
                                      m_chatHistoryStore, m_coordinator, m_notificationCenter},
-                      m_recentReposStore, m_settingsViewModel, m_setupSheet)
+                      m_recentReposStore, m_settingsViewModel, m_setupSheet,
+                      m_softwareUpdater.get())
 {}
 
 OrbiskApp::~OrbiskApp() = default;

@@ -26,7 +26,9 @@
 #include "platform/http/NetworkHttpLoader.h"
 #include "platform/jobs/ContinuousClock.h"
 #include "platform/jobs/SystemClock.h"
+#include "updates/SoftwareUpdating.h"
 
+#include <QJsonObject>
 #include <QString>
 #include <QUrl>
 
@@ -47,17 +49,21 @@ public:
         QString preferencesFolder{};             ///< Of `UserDefaults`.
         QString keychainService{};               ///< The service name of every keychain item.
         OpenRouterOAuth::Addresses openRouter{}; ///< Where a browser sign-in goes.
+        QString updatesFolder{};                 ///< Where downloaded updates lie.
+        QJsonObject bundleInformation{};         ///< What the build says of its updates.
     };
 
     /// What only a program with windows can do.
     struct Desktop
     {
-        /// Opens a page in the person's browser and tells whether it did.
+        /// Opens a page in the person's browser, or a file in the program that the system has for
+        /// it, and tells whether it did.
         std::function<bool(const QUrl &url)> openURL = [](const QUrl &) { return false; };
         std::function<void()> activateApp = [] {}; ///< Brings the application to the front.
     };
 
-    /// The person's own preferences and keys.
+    /// The person's own preferences and keys, and what the running build says of itself. An
+    /// application object must be there.
     [[nodiscard]] static Places standardPlaces();
 
     explicit OrbiskApp(const Places &places = standardPlaces());
@@ -97,6 +103,7 @@ private:
     LocalModelServerDetector m_localDetector;
     AISetupPresenter m_setupPresenter;
     AISetupSheet m_setupSheet;
+    std::unique_ptr<SoftwareUpdating> m_softwareUpdater; ///< None when updates are not configured.
     RootViewModel m_rootViewModel;
 };
 

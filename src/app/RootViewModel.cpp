@@ -23,11 +23,13 @@ void drop(ViewModel *viewModel)
 
 RootViewModel::RootViewModel(const ReviewServices &services,
                              std::shared_ptr<RecentReposStoring> recentReposStore,
-                             SettingsViewModel &settings, AISetupSheet &setup, QObject *parent)
+                             SettingsViewModel &settings, AISetupSheet &setup,
+                             SoftwareUpdating *softwareUpdater, QObject *parent)
     : QObject(parent)
     , m_services(services)
     , m_settings(settings)
     , m_setup(setup)
+    , m_softwareUpdater(softwareUpdater)
     , m_picker(std::move(recentReposStore), services.coordinator)
 {
     connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);

@@ -8,6 +8,7 @@
 #include "app/SettingsViewModel.h"
 #include "onboarding/AISetupSheet.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "updates/SoftwareUpdating.h"
 
 #include <QObject>
 #include <QUrl>
@@ -32,13 +33,15 @@ class RootViewModel final : public QObject
         vantrel::KeychainAccessNotice *keychainAccessNotice READ keychainAccessNotice CONSTANT)
     Q_PROPERTY(vantrel::SettingsViewModel *settings READ settings CONSTANT)
     Q_PROPERTY(vantrel::AISetupSheet *setup READ setup CONSTANT)
+    Q_PROPERTY(vantrel::SoftwareUpdating *softwareUpdater READ softwareUpdater CONSTANT)
 
 public:
-    /// The services, the settings and the setup sheet must outlive the view model. Shows the
-    /// coordinator's route at once.
+    /// The services, the settings, the setup sheet and the updater, which is null when updates are
+    /// not configured, must outlive the view model. Shows the coordinator's route at once.
     RootViewModel(const ReviewServices &services,
                   std::shared_ptr<RecentReposStoring> recentReposStore, SettingsViewModel &settings,
-                  AISetupSheet &setup, QObject *parent = nullptr);
+                  AISetupSheet &setup, SoftwareUpdating *softwareUpdater = nullptr,
+                  QObject *parent = nullptr);
     ~RootViewModel() override;
 
     [[nodiscard]] AppCoordinator *coordinator() const { return &m_services.coordinator; }
@@ -51,6 +54,9 @@ public:
     [[nodiscard]] SettingsViewModel *settings() const { return &m_settings; }
 
     [[nodiscard]] AISetupSheet *setup() const { return &m_setup; }
+
+    /// Null unless this build is configured for updates.
+    [[nodiscard]] SoftwareUpdating *softwareUpdater() const { return m_softwareUpdater; }
 
     /// Its recent repositories are loaded again whenever the route becomes the picker.
     [[nodiscard]] PickerViewModel *picker() { return &m_picker; }
@@ -72,6 +78,7 @@ private:
     ReviewServices m_services;
     SettingsViewModel &m_settings;
     AISetupSheet &m_setup;
+    SoftwareUpdating *m_softwareUpdater = nullptr;
     FileListViewModel *m_fileList = nullptr; ///< A child of this object, as the next.
     DiffViewModel *m_diff = nullptr;
     PickerViewModel m_picker;

@@ -30,16 +30,6 @@ FocusScope {
     }
 
     Keys.onEscapePressed: root.escaped()
-    Keys.onReturnPressed: root.press()
-    Keys.onEnterPressed: root.press()
-
-    function press(): void {
-        if (cancelButton.activeFocus) {
-            root.cancelled();
-        } else {
-            root.accepted();
-        }
-    }
 
     /// To the other button; a single one keeps the keyboard.
     function goOn(reason: int): void {

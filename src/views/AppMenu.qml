@@ -9,6 +9,8 @@ T.Menu {
     id: root
 
     property bool canChooseFolder: true
+    /// Null when this build is not configured for updates.
+    property SoftwareUpdating updater: null
 
     signal folderRequested
     signal settingsRequested
@@ -52,6 +54,13 @@ T.Menu {
         text: qsTr("Settings…")
         keys: "Ctrl+,"
         onTriggered: root.settingsRequested()
+    }
+    MenuEntry {
+        height: visible ? implicitHeight : 0
+        visible: root.updater !== null
+        enabled: root.updater !== null && root.updater.canCheckForUpdates
+        text: qsTr("Check for Updates…")
+        onTriggered: root.updater.checkForUpdates()
     }
     MenuEntry {
         text: qsTr("Keyboard Shortcuts")

@@ -29,6 +29,10 @@ T.AbstractButton {
     Accessible.description: root.enabled ? "" : qsTr("unavailable")
     Accessible.onPressAction: root.clicked()
 
+    // Beside the space bar, which every button knows.
+    Keys.onReturnPressed: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+
     contentItem: ButtonLabel {
         text: root.display === T.AbstractButton.IconOnly ? "" : root.text
         iconName: root.iconName

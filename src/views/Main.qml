@@ -12,6 +12,9 @@ FramedWindow {
     required property string uiFamily
     required property string codeFamily
 
+    /// Only an updater without windows of its own needs ours.
+    readonly property FeedSoftwareUpdater feedUpdater: root.viewModel.softwareUpdater as FeedSoftwareUpdater
+
     property bool reducesMotion: root.appearance.reducesMotion
 
     width: Theme.windowWidthSize
@@ -61,6 +64,14 @@ FramedWindow {
 
     ShortcutsWindow {
         id: shortcuts
+    }
+
+    Loader {
+        Component.onCompleted: if (root.feedUpdater !== null) {
+            setSource("UpdateWindow.qml", {
+                updater: root.feedUpdater
+            });
+        }
     }
 
     Shortcut {

@@ -10,6 +10,8 @@
 #include "onboarding/AISetupSheet.h"
 #include "onboarding/AISetupViewModel.h"
 #include "persistence/KeychainAccessNotice.h"
+#include "updates/FeedSoftwareUpdater.h"
+#include "updates/SoftwareUpdating.h"
 #include "views/SystemAppearance.h"
 
 #include <qqml.h>
@@ -103,6 +105,22 @@ struct AISetupViewModelForQml
     Q_GADGET
     QML_FOREIGN(vantrel::AISetupViewModel)
     QML_NAMED_ELEMENT(AISetupViewModel)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct SoftwareUpdatingForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::SoftwareUpdating)
+    QML_NAMED_ELEMENT(SoftwareUpdating)
+    QML_UNCREATABLE("Made by the application.")
+};
+
+struct FeedSoftwareUpdaterForQml
+{
+    Q_GADGET
+    QML_FOREIGN(vantrel::FeedSoftwareUpdater)
+    QML_NAMED_ELEMENT(FeedSoftwareUpdater)
     QML_UNCREATABLE("Made by the application.")
 };
 

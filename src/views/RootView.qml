@@ -178,9 +178,11 @@ Rectangle {
     TitleBar {
         id: titleBar
 
+        objectName: "titleBar"
         width: root.width
         coordinator: root.viewModel.coordinator
         canChooseFolder: root.isScreenInFront
+        updater: root.viewModel.softwareUpdater
         onFolderRequested: dialog.open()
         onSettingsRequested: root.settingsRequested()
         onShortcutsRequested: root.shortcutsRequested()

@@ -80,8 +80,6 @@ SetupPage {
     wayOn: PrimaryButton {
         focus: true
         text: qsTr("Done")
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
         onClicked: root.dismissed()
     }
 }

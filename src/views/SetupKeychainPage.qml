@@ -14,8 +14,6 @@ SetupPage {
     wayOn: PrimaryButton {
         focus: true
         text: qsTr("Continue")
-        Keys.onReturnPressed: clicked()
-        Keys.onEnterPressed: clicked()
         onClicked: root.viewModel.confirmKeychainNotice()
     }
 }

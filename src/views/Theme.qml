@@ -170,6 +170,7 @@ QtObject {
     readonly property int windowHeightSize: 824
     readonly property int subWindowSize: 640
     readonly property int subWindowMinHeightSize: 320
+    readonly property int updateWindowHeightSize: 400
     readonly property int keysColumnSize: 260
     readonly property int dividerHitSize: 8
     readonly property int headingGapSize: 10

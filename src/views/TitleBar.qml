@@ -12,6 +12,7 @@ TitleStrip {
 
     /// Whether another folder may be chosen now.
     property bool canChooseFolder: true
+    property SoftwareUpdating updater: null
 
     signal folderRequested
     signal settingsRequested
@@ -49,6 +50,7 @@ TitleStrip {
 
             y: menuButton.height + Theme.spaceXs
             canChooseFolder: root.canChooseFolder
+            updater: root.updater
             onFolderRequested: root.folderRequested()
             onSettingsRequested: root.settingsRequested()
             onShortcutsRequested: root.shortcutsRequested()

@@ -13,6 +13,8 @@ TestCase {
     /// The stored configuration can work, so that the setup does not open by itself.
     property bool isConfigured: true
 
+    property bool isUpdatable: false
+
     /// The settings in place of the main window.
     property bool showsSettings: false
 
@@ -21,6 +23,7 @@ TestCase {
     function init(): void {
         root.failOnWarning(/.+/);
         Theme.reducesMotion = true;
+        driver.isUpdatable = root.isUpdatable;
         driver.start(root.acknowledgesNotice);
         if (!root.showsSettings) {
             root.showMainWindow();
@@ -91,6 +94,27 @@ TestCase {
     function expectNamed(name: string): Item {
         root.tryVerify(() => root.named(name) !== null, 5000, name);
         return root.named(name);
+    }
+
+    function openMenu(): void {
+        root.keyClick(Qt.Key_F10);
+        root.tryVerify(() => root.menuEntry("Settings…") !== null);
+    }
+
+    /// The visible entry of the menu, or null. A popup's items lie beside the content, in the window's
+    /// overlay.
+    function menuEntry(name: string): Item {
+        let top = root.content as Item;
+        while (top.parent !== null) {
+            top = top.parent;
+        }
+        let found = null;
+        root.walk(top, item => {
+            if (found === null && item.Accessible.role === Accessible.MenuItem && item.Accessible.name === name) {
+                found = item;
+            }
+        });
+        return found;
     }
 
     function walk(item: Item, visit: var): void {

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QQuickWindow>
@@ -76,9 +77,37 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
     if (hasAcknowledgedNotice) {
         m_services->notice.acknowledge();
     }
-    m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
-                                             m_services->settings, m_services->setup);
+    m_updater.reset();
+    m_updateServer = std::make_unique<FakeUpdateServer>();
+    m_openedFiles.clear();
+    m_opensFiles = true;
+    if (m_isUpdatable) {
+        m_updater = std::make_unique<FeedSoftwareUpdater>(FeedSoftwareUpdater::Services{
+            *m_updateServer, m_updateServer->configuration(), u"0.1.0"_s,
+            m_folder->filePath(u"updates"_s), [this](const QUrl &file) {
+                m_openedFiles.append(QFileInfo(file.toLocalFile()).fileName());
+                return m_opensFiles;
+            }});
+    }
+    m_root =
+        std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
+                                        m_services->settings, m_services->setup, m_updater.get());
     Q_EMIT started();
+}
+
+void ScreenDriver::offerUpdate(const QString &version, const QString &notes)
+{
+    m_updateServer->offer(version, notes);
+}
+
+void ScreenDriver::refuseUpdates(int status)
+{
+    m_updateServer->refuse(status);
+}
+
+void ScreenDriver::setPackagePart(double part)
+{
+    m_updateServer->setPackagePart(part);
 }
 
 void ScreenDriver::addRecentRepository(const QString &name)

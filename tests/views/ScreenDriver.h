@@ -3,6 +3,8 @@
 #include "ScreenServices.h"
 
 #include "app/RootViewModel.h"
+#include "support/FakeUpdateServer.h"
+#include "updates/FeedSoftwareUpdater.h"
 
 #include <QObject>
 #include <QQuickItem>
@@ -21,6 +23,8 @@ class ScreenDriver : public QObject
 {
     Q_OBJECT
     Q_PROPERTY(vantrel::RootViewModel *root READ root NOTIFY started)
+    /// Whether what is started next is configured for updates.
+    Q_PROPERTY(bool isUpdatable MEMBER m_isUpdatable NOTIFY isUpdatableChanged)
 
 public:
     using QObject::QObject;
@@ -109,6 +113,16 @@ public:
     /// Ends the search for model servers: with the models of those that run, by stored names.
     Q_INVOKABLE void answerLocalServers(const QVariantMap &models);
 
+    /// The server of updates: what it offers, the status that it answers everything with, and how
+    /// much of the package comes.
+    Q_INVOKABLE void offerUpdate(const QString &version, const QString &notes);
+    Q_INVOKABLE void refuseUpdates(int status);
+    Q_INVOKABLE void setPackagePart(double part);
+
+    /// What was handed to the system's programs, and lets them refuse everything.
+    Q_INVOKABLE QStringList openedFiles() const { return m_openedFiles; }
+    Q_INVOKABLE void refuseFiles() { m_opensFiles = false; }
+
     /// Every text that a screen reader is given of the item's window.
     Q_INVOKABLE QStringList spokenTexts(QQuickItem *item) const;
 
@@ -120,6 +134,7 @@ public:
 
 Q_SIGNALS:
     void started();
+    void isUpdatableChanged();
 
 private:
     void answerListing(const QList<FileChange> &files);
@@ -127,6 +142,11 @@ private:
 
     std::optional<QTemporaryDir> m_folder{};
     std::unique_ptr<ScreenServices> m_services{};
+    bool m_isUpdatable = false;
+    std::unique_ptr<FakeUpdateServer> m_updateServer{};
+    std::unique_ptr<FeedSoftwareUpdater> m_updater{};
+    QStringList m_openedFiles{};
+    bool m_opensFiles = true;
     std::unique_ptr<RootViewModel> m_root{};
     bool m_isNarrativeKnown = true;
     QTcpServer m_server{};

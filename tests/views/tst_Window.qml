@@ -34,26 +34,6 @@ Item {
         name: "Window"
         content: window
 
-        /// The popup's items lie beside the content, in the window's overlay.
-        function entry(name: string): Item {
-            let top = root;
-            while (top.parent !== null) {
-                top = top.parent;
-            }
-            let found = null;
-            screen.walk(top, item => {
-                if (found === null && item.Accessible.role === Accessible.MenuItem && item.Accessible.name === name) {
-                    found = item;
-                }
-            });
-            return found;
-        }
-
-        function openMenu(): void {
-            keyClick(Qt.Key_F10);
-            tryVerify(() => screen.entry("Settings…") !== null);
-        }
-
         function test_theTitleBarNamesTheRepositoryAndItsBranch(): void {
             screen.openFiles([1]);
 
@@ -97,13 +77,13 @@ Item {
 
         function test_theMenuOpensByPointerAndByKey(data: var): void {
             data.open();
-            tryVerify(() => screen.entry("Settings…") !== null);
+            tryVerify(() => screen.menuEntry("Settings…") !== null);
             for (const name of ["Choose Folder…", "Settings…", "Keyboard Shortcuts", "Quit Vantrel"]) {
-                verify(screen.entry(name) !== null, name);
+                verify(screen.menuEntry(name) !== null, name);
             }
 
             keyClick(Qt.Key_Escape);
-            tryVerify(() => screen.entry("Settings…") === null);
+            tryVerify(() => screen.menuEntry("Settings…") === null);
         }
 
         function test_theMenuIsUsedByKeys(): void {
@@ -115,17 +95,17 @@ Item {
             keyClick(Qt.Key_Return);
 
             compare(settings.count, 1);
-            tryVerify(() => screen.entry("Settings…") === null);
+            tryVerify(() => screen.menuEntry("Settings…") === null);
         }
 
         function test_aScreenReaderCanPressAnEntry(): void {
             shortcuts.clear();
             screen.openMenu();
 
-            screen.entry("Keyboard Shortcuts").Accessible.pressAction();
+            screen.menuEntry("Keyboard Shortcuts").Accessible.pressAction();
 
             compare(shortcuts.count, 1);
-            tryVerify(() => screen.entry("Settings…") === null);
+            tryVerify(() => screen.menuEntry("Settings…") === null);
         }
 
         function test_keysLeadToTheSettingsAndTheShortcuts(): void {

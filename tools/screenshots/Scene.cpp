@@ -26,6 +26,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QString releaseNotes =
+    u"**Calmer on large change sets.** A file of 100,000 changed lines opens at once, and "
+    "summaries appear while the list is still being read.\n\n"
+    "- The explanation of a hunk can be copied with `Ctrl+C`.\n"
+    "- Branch names of any length leave room for the repository's.\n"
+    "- Sign-in ends by itself when the browser is closed.\n\n"
+    "Fixed: a repository on a slow disk no longer holds up the window."_s;
+
 constexpr auto acknowledgedKey = "keychainAccessNotice.hasAcknowledged";
 constexpr auto shownSettingsNoticeKey = "settings.hasShownKeychainNotice";
 
@@ -175,10 +183,13 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
         AISetupViewModel::Services{m_settings, m_keychain, *m_notice, m_keyPresence, m_signIn,
                                    m_localDetector, m_defaults, m_notificationCenter, [] {},
                                    [](const QUrl &) { return true; }});
+    m_updater = std::make_unique<FeedSoftwareUpdater>(FeedSoftwareUpdater::Services{
+        m_updateServer, m_updateServer.configuration(), u"0.1.0"_s, m_folder.filePath(u"updates"_s),
+        [](const QUrl &) { return true; }});
     m_rootViewModel = std::make_unique<RootViewModel>(
         ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
                        m_notificationCenter},
-        m_recentRepos, *m_settingsViewModel, *m_setupSheet);
+        m_recentRepos, *m_settingsViewModel, *m_setupSheet, m_updater.get());
     m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
     m_window = m_mainWindow->window();
     if (m_window == nullptr) {
@@ -287,6 +298,17 @@ const QList<Scene::State> &Scene::all()
              scene.showSignIn(u"sample"_s);
          }},
         {u"setup-done-local"_s, [](Scene &scene) { scene.showLocalSetup(); }},
+        {u"update-menu"_s, [](Scene &scene) { scene.showUpdateMenu(); }},
+        {u"update-checking"_s, [](Scene &scene) { scene.checkForUpdates(); }},
+        {u"update-none"_s, [](Scene &scene) { scene.showOffer(u"0.1.0"_s); }},
+        {u"update-available"_s, [](Scene &scene) { scene.showOffer(u"0.2.0"_s); }},
+        {u"update-downloading"_s, [](Scene &scene) { scene.showDownload(0.4); }},
+        {u"update-ready"_s, [](Scene &scene) { scene.showDownload(1); }},
+        {u"update-failed"_s,
+         [](Scene &scene) {
+             scene.m_updateServer.refuse(404);
+             scene.checkForUpdates();
+         }},
     };
     return states;
 }
@@ -460,14 +482,19 @@ void Scene::showGitErrorOfDiff()
     showFile(static_cast<int>(SampleRow::withoutText));
 }
 
+void Scene::makeWindow(const QString &type, const QVariantMap &properties)
+{
+    QQmlComponent component(qmlEngine(m_window), QUrl(u"qrc:/qt/qml/Vantrel/"_s + type));
+    m_ownWindow.reset(
+        qobject_cast<QQuickWindow *>(component.createWithInitialProperties(properties)));
+    m_window = m_ownWindow.get();
+}
+
 void Scene::showSettings()
 {
-    QQmlComponent component(qmlEngine(m_window), QUrl(u"qrc:/qt/qml/Vantrel/SettingsWindow.qml"_s));
-    const QVariantMap properties{{u"viewModel"_s, QVariant::fromValue(m_settingsViewModel.get())}};
-    m_settingsWindow.reset(
-        qobject_cast<QQuickWindow *>(component.createWithInitialProperties(properties)));
-    QMetaObject::invokeMethod(m_settingsWindow.get(), "showSettings");
-    m_window = m_settingsWindow.get();
+    makeWindow(u"SettingsWindow.qml"_s,
+               {{u"viewModel"_s, QVariant::fromValue(m_settingsViewModel.get())}});
+    QMetaObject::invokeMethod(m_window, "showSettings");
     wait([this] { return m_settingsViewModel->isKeyStateKnown(); });
 }
 
@@ -584,6 +611,33 @@ void Scene::showLocalSetup()
         {LocalModelServer::ollama, LocalModelServerStatus::running({u"qwen3-coder:30b"_s})},
         {LocalModelServer::lmStudio, LocalModelServerStatus::notRunning()}});
     m_setupSheet->viewModel()->useLocalModel();
+}
+
+void Scene::checkForUpdates()
+{
+    makeWindow(u"UpdateWindow.qml"_s, {{u"updater"_s, QVariant::fromValue(m_updater.get())}});
+    m_updater->checkForUpdates();
+    wait([this] { return m_window->isExposed(); });
+    RunQueue::interfaceThread().runUntilIdle();
+}
+
+void Scene::showOffer(const QString &version)
+{
+    m_updateServer.offer(version, releaseNotes);
+    checkForUpdates();
+}
+
+void Scene::showDownload(double part)
+{
+    m_updateServer.setPackagePart(part);
+    showOffer(u"0.2.0"_s);
+    m_updater->download();
+    wait([this, part] { return part < 1 ? m_updater->progress() >= part : m_updater->isReady(); });
+}
+
+void Scene::showUpdateMenu()
+{
+    QMetaObject::invokeMethod(m_window->findChild<QQuickItem *>(u"titleBar"_s), "openMenu");
 }
 
 void Scene::wait(const std::function<bool()> &isReached)

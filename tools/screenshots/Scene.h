@@ -19,6 +19,8 @@
 #include "platform/NotificationCenter.h"
 #include "platform/UserDefaults.h"
 #include "platform/jobs/SystemClock.h"
+#include "support/FakeUpdateServer.h"
+#include "updates/FeedSoftwareUpdater.h"
 #include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
 
@@ -28,6 +30,7 @@
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <QVariantMap>
 
 #include <functional>
 #include <memory>
@@ -79,7 +82,10 @@ private:
     void ask(const QString &question);
     void showGitErrorOfDiff();
 
-    /// Opens the settings window, whose picture it is from then on.
+    /// Makes a window of its own, whose picture it is from then on.
+    void makeWindow(const QString &type, const QVariantMap &properties);
+
+    /// Opens the settings window.
     void showSettings();
     void showSavedKey();
     void showRemovedKey();
@@ -97,6 +103,12 @@ private:
     void showLocalServers(std::optional<LocalModelServerStatuses> statuses);
     void showLocalSetup();
     void recordShownNotice();
+
+    /// Checks for updates, in a window of its own, as far as the server answers.
+    void checkForUpdates();
+    void showOffer(const QString &version);
+    void showDownload(double part);
+    void showUpdateMenu();
 
     /// Runs the event loop until `isReached`.
     static void wait(const std::function<bool()> &isReached);
@@ -125,10 +137,12 @@ private:
     SampleLocalDetector m_localDetector{};
     std::unique_ptr<AISetupPresenter> m_setupPresenter{};
     std::unique_ptr<AISetupSheet> m_setupSheet{};
+    test::FakeUpdateServer m_updateServer{};
+    std::unique_ptr<FeedSoftwareUpdater> m_updater{};
     std::unique_ptr<RootViewModel> m_rootViewModel{};
     std::unique_ptr<MainWindow> m_mainWindow{};
-    std::unique_ptr<QQuickWindow> m_settingsWindow{};
-    QQuickWindow *m_window = nullptr; ///< The one that is drawn.
+    std::unique_ptr<QQuickWindow> m_ownWindow{}; ///< That of the settings or of updates.
+    QQuickWindow *m_window = nullptr;            ///< The one that is drawn.
 };
 
 } // namespace vantrel::screenshots
