@@ -160,7 +160,7 @@ void SampleServer::answer(QTcpSocket *socket, const ReceivedRequest &request)
         socket->write(response(400, errorBody(u"The body is no chat-completions request."_s)));
         return;
     }
-    const QString text = answerTo(*question);
+    const QString text = m_options.answer(*question);
     if (question->isStreamed) {
         new EventSender(socket, events(text), m_options.delayMs);
     } else {

@@ -1,11 +1,13 @@
 #pragma once
 
 #include "HttpRequestParser.h"
+#include "SampleAnswers.h"
 
 #include <QObject>
 #include <QString>
 #include <QTcpServer>
 
+#include <functional>
 #include <vector>
 
 class QTcpSocket;
@@ -24,6 +26,7 @@ public:
         int delayMs = 15;  ///< Between two chunks of a streamed answer.
         int status = 0;    ///< Answers every request with this status; 0: answers it.
         QString logFile{}; ///< One line of JSON per request; empty: none.
+        std::function<QString(const SampleQuestion &)> answer = answerTo;
     };
 
     explicit SampleServer(Options options, QObject *parent = nullptr);
