@@ -150,17 +150,6 @@ std::optional<QList<WrittenItem>> readItems(const QByteArray &feed)
 
 } // namespace
 
-std::optional<QVersionNumber> readVersion(const QString &text)
-{
-    constexpr qsizetype maxCharacters = 64;
-    qsizetype suffix = 0;
-    const QVersionNumber version = QVersionNumber::fromString(text, &suffix);
-    if (version.isNull() || suffix != text.size() || text.size() > maxCharacters) {
-        return std::nullopt;
-    }
-    return version.normalized();
-}
-
 std::optional<QList<AppcastItem>> parseAppcast(const QByteArray &feed, const QStringList &systems)
 {
     const auto written = readItems(feed);

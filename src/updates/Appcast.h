@@ -1,11 +1,12 @@
 #pragma once
 
+#include "updates/UpdateVersion.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
-#include <QVersionNumber>
 
 #include <cstdint>
 #include <optional>
@@ -15,7 +16,7 @@ namespace vantrel {
 /// A version that a feed offers.
 struct AppcastItem
 {
-    QVersionNumber version{};       ///< Normalised.
+    UpdateVersion version{};
     QString versionName{};          ///< As people call it.
     QString notes{};                ///< What is new, as plain text or Markdown; may be empty.
     QUrl packageURL{};              ///< https.
@@ -24,9 +25,6 @@ struct AppcastItem
 
     bool operator==(const AppcastItem &) const = default;
 };
-
-/// Reads the number of a version: counts with dots between them, nothing else.
-[[nodiscard]] std::optional<QVersionNumber> readVersion(const QString &text);
 
 /// Reads an appcast: an RSS 2.0 feed whose items carry the elements and attributes of the updater
 /// framework's XML namespace. Gives the items with a Debian package for one of `systems`, the

@@ -51,8 +51,7 @@ QString FeedSoftwareUpdater::headline() const
     case Phase::ready:
         return u"Vantrel "_s + m_item.versionName + u" is ready to install"_s;
     case Phase::failed:
-        return m_item.version.isNull() ? u"Couldn't check for updates"_s
-                                       : u"Couldn't download the update"_s;
+        return hasItem() ? u"Couldn't download the update"_s : u"Couldn't check for updates"_s;
     }
     Q_UNREACHABLE();
 }
@@ -95,7 +94,7 @@ void FeedSoftwareUpdater::checkForUpdates()
 void FeedSoftwareUpdater::download()
 {
     VANTREL_ASSERT_UI_THREAD();
-    if (!(isAvailable() || isFailed()) || m_item.version.isNull()) {
+    if (!(isAvailable() || isFailed()) || !hasItem()) {
         return;
     }
     StateStep step(*this);
@@ -111,7 +110,7 @@ void FeedSoftwareUpdater::tryAgain()
     if (!isFailed()) {
         return;
     }
-    if (m_item.version.isNull()) {
+    if (!hasItem()) {
         beginCheck();
     } else {
         download();
@@ -189,19 +188,17 @@ void FeedSoftwareUpdater::open(const QUrl &url, const QString &refusal)
 
 Task<> FeedSoftwareUpdater::runCheck()
 {
-    const QVersionNumber running =
-        readVersion(m_services.runningVersion).value_or(QVersionNumber());
+    const UpdateVersion running = readVersion(m_services.runningVersion).value_or(UpdateVersion());
     auto asking = newestUpdate(&m_services.session, m_services.configuration, running);
     const auto found = co_await std::move(asking);
     if (!found) {
         fail(found.error().description());
         co_return;
     }
+    const std::optional<AppcastItem> &newer = *found;
+    m_item = newer.value_or(AppcastItem());
     StateStep step(*this);
-    if (*found) {
-        m_item = **found;
-    }
-    show(*found ? Phase::available : Phase::upToDate, step);
+    show(newer ? Phase::available : Phase::upToDate, step);
     step.publish();
 }
 

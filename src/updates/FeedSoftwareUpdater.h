@@ -9,7 +9,6 @@
 
 #include <QString>
 #include <QUrl>
-#include <QVersionNumber>
 
 #include <cstdint>
 #include <functional>
@@ -100,6 +99,8 @@ Q_SIGNALS:
 private:
     using StateStep = vantrel::StateStep<FeedSoftwareUpdater>;
 
+    [[nodiscard]] bool hasItem() const { return m_item.packageLength > 0; }
+
     void show(Phase phase, StateStep &step);
     void fail(const QString &message);
     void beginCheck();
@@ -112,7 +113,7 @@ private:
     Services m_services;
     PackageDownloader m_downloader;
     Phase m_phase = Phase::idle;
-    AppcastItem m_item{};    ///< Of the phases from `available` on; without a version before.
+    AppcastItem m_item{};    ///< Of the phases from `available` on; without a package before.
     QString m_packagePath{}; ///< Of the phase `ready`.
     QString m_errorMessage{};
     double m_progress = 0;

@@ -23,7 +23,7 @@ SoftwareUpdateError notKept(const PlatformError &error)
 /// Of the version's number, not its name: no text of the feed becomes a path.
 QString fileName(const AppcastItem &item)
 {
-    return u"vantrel-"_s + item.version.toString() + u".deb"_s;
+    return u"vantrel-"_s + item.version.text() + u".deb"_s;
 }
 
 /// The last steps of a package that has the announced length.

@@ -26,7 +26,7 @@ QStringList thisSystem()
 
 Result<std::optional<AppcastItem>, SoftwareUpdateError>
 choose(const QByteArray &feed, const UpdaterConfiguration &configuration,
-       const QVersionNumber &running)
+       const UpdateVersion &running)
 {
     const auto content = verifiedFeedContent(feed, configuration.publicKey);
     if (!content) {
@@ -52,7 +52,7 @@ choose(const QByteArray &feed, const UpdaterConfiguration &configuration,
 } // namespace
 
 Task<Result<std::optional<AppcastItem>, SoftwareUpdateError>>
-newestUpdate(HttpLoading *session, UpdaterConfiguration configuration, QVersionNumber running)
+newestUpdate(HttpLoading *session, UpdaterConfiguration configuration, UpdateVersion running)
 {
     auto body = co_await loadOverHttps(session, configuration.feedURL);
     if (!body) {

@@ -4,9 +4,8 @@
 #include "platform/jobs/Task.h"
 #include "updates/Appcast.h"
 #include "updates/SoftwareUpdateError.h"
+#include "updates/UpdateVersion.h"
 #include "updates/UpdaterConfiguration.h"
-
-#include <QVersionNumber>
 
 #include <optional>
 
@@ -18,6 +17,6 @@ class HttpLoading;
 /// signed with the configured key is not even parsed. `session` must outlive the task. Thread:
 /// interface.
 [[nodiscard]] Task<Result<std::optional<AppcastItem>, SoftwareUpdateError>>
-newestUpdate(HttpLoading *session, UpdaterConfiguration configuration, QVersionNumber running);
+newestUpdate(HttpLoading *session, UpdaterConfiguration configuration, UpdateVersion running);
 
 } // namespace vantrel

@@ -67,8 +67,8 @@ TEST_F(AppcastScriptTest, MakesWhatTheApplicationAccepts)
     ASSERT_TRUE(feed);
     const auto items = parseAppcast(*feed, {u"linux-x86_64"_s});
     ASSERT_TRUE(items && items->size() == 2);
-    EXPECT_EQ(items->at(0).version, QVersionNumber(0, 3));
-    EXPECT_EQ(items->at(1).version, QVersionNumber(0, 2));
+    EXPECT_EQ(items->at(0).version.text(), u"0.3"_s);
+    EXPECT_EQ(items->at(1).version.text(), u"0.2"_s);
     EXPECT_EQ(items->at(0).notes, u"* Über & <unter>"_s);
     EXPECT_EQ(items->at(0).packageURL, QUrl(u"https://updates.test/vantrel-0.3.0.deb"_s));
     EXPECT_EQ(items->at(0).packageLength, package.size());

@@ -8,9 +8,9 @@ namespace vantrel {
 
 void PrintTo(const AppcastItem &item, std::ostream *out)
 {
-    *out << item.version.toString().toStdString() << " \"" << item.versionName.toStdString()
-         << "\" \"" << item.notes.toStdString() << "\" " << item.packageURL.toString().toStdString()
-         << ' ' << item.packageLength << ' ' << item.packageSignature.toHex().toStdString();
+    *out << item.version.text().toStdString() << " \"" << item.versionName.toStdString() << "\" \""
+         << item.notes.toStdString() << "\" " << item.packageURL.toString().toStdString() << ' '
+         << item.packageLength << ' ' << item.packageSignature.toHex().toStdString();
 }
 
 namespace test {
@@ -58,7 +58,7 @@ TEST_F(AppcastTest, ReadsAnItem)
     sample.notes = u"* Faster & <calmer>"_s;
 
     AppcastItem expected;
-    expected.version = QVersionNumber(0, 2);
+    expected.version = UpdateVersion{{0, 2}};
     expected.versionName = u"0.2 (beta)"_s;
     expected.notes = u"* Faster & <calmer>"_s;
     expected.packageURL = sample.packageURL;
@@ -83,7 +83,7 @@ TEST_F(AppcastTest, ReadsAVersionOfTheEnclosure)
     const auto items = parseAppcast(feed, systems);
 
     ASSERT_TRUE(items && items->size() == 1);
-    EXPECT_EQ(items->first().version, QVersionNumber(7));
+    EXPECT_EQ(items->first().version.text(), u"7"_s);
     EXPECT_EQ(items->first().versionName, u"0.7"_s);
 }
 
@@ -122,7 +122,7 @@ TEST_F(AppcastTest, TakesWhatIsForThisProcessor)
     SampleItem sample = sampleItem();
     sample.system = u"linux-x86_64"_s;
 
-    EXPECT_EQ(onlyItem(sample).version, QVersionNumber(0, 2));
+    EXPECT_EQ(onlyItem(sample).version.text(), u"0.2"_s);
 }
 
 TEST_F(AppcastTest, IgnoresWhatIsWrongWithItemsOfOtherSystems)
@@ -145,8 +145,8 @@ TEST_F(AppcastTest, KeepsTheOrderOfItsItems)
     const auto items = parsed({newer, older});
 
     ASSERT_TRUE(items && items->size() == 2);
-    EXPECT_EQ(items->at(0).version, QVersionNumber(0, 1, 10));
-    EXPECT_EQ(items->at(1).version, QVersionNumber(0, 1, 9));
+    EXPECT_EQ(items->at(0).version.text(), u"0.1.10"_s);
+    EXPECT_EQ(items->at(1).version.text(), u"0.1.9"_s);
 }
 
 TEST_F(AppcastTest, WithoutItemsIsEmpty)
@@ -216,19 +216,6 @@ TEST_F(AppcastTest, RefusesADocumentType)
     EXPECT_EQ(parseAppcast(bomb, systems), std::nullopt);
     EXPECT_EQ(parseAppcast("<!DOCTYPE rss SYSTEM \"https://updates.test/rss.dtd\"><rss/>", systems),
               std::nullopt);
-}
-
-TEST(ReadVersion, ComparesNumbersNotLetters)
-{
-    EXPECT_LT(readVersion(u"0.1.9"_s), readVersion(u"0.1.10"_s));
-    EXPECT_LT(readVersion(u"0.9"_s), readVersion(u"0.10"_s));
-    EXPECT_LT(readVersion(u"9"_s), readVersion(u"10"_s));
-}
-
-TEST(ReadVersion, TakesZerosAtTheEndForNothing)
-{
-    EXPECT_EQ(readVersion(u"1.0"_s), readVersion(u"1.0.0"_s));
-    EXPECT_EQ(readVersion(u"0"_s), QVersionNumber());
 }
 
 } // namespace

@@ -23,7 +23,7 @@ protected:
     [[nodiscard]] AppcastItem item() const
     {
         AppcastItem item;
-        item.version = QVersionNumber(0, 2);
+        item.version = UpdateVersion{{0, 2}};
         item.versionName = u"0.2 ../../evil"_s;
         item.packageURL = server.url(u"/vantrel.deb"_s);
         item.packageLength = package.size();

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 using Case = SoftwareUpdateError::Case;
 using Outcome = Result<std::optional<AppcastItem>, SoftwareUpdateError>;
 
-const QVersionNumber running(0, 1);
+const UpdateVersion running{{0, 1}};
 
 class UpdateFeedTest : public UpdatesTest
 {
@@ -50,7 +50,7 @@ TEST_F(UpdateFeedTest, OffersANewerVersion)
     const Outcome outcome = check();
 
     ASSERT_TRUE(outcome && *outcome);
-    EXPECT_EQ((*outcome)->version, QVersionNumber(0, 1, 1));
+    EXPECT_EQ((*outcome)->version.text(), u"0.1.1"_s);
     EXPECT_EQ((*outcome)->packageURL, server.url(u"/vantrel.deb"_s));
 }
 
@@ -61,7 +61,7 @@ TEST_F(UpdateFeedTest, OffersTheNewestOfAllWhereverItStands)
     const Outcome outcome = check();
 
     ASSERT_TRUE(outcome && *outcome);
-    EXPECT_EQ((*outcome)->version, QVersionNumber(0, 1, 10));
+    EXPECT_EQ((*outcome)->version.text(), u"0.1.10"_s);
 }
 
 TEST_F(UpdateFeedTest, OffersNothingToTheNewest)
