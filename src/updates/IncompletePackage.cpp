@@ -69,7 +69,7 @@ Result<bool, PlatformError> IncompletePackage::isSigned(const QByteArray &public
 
 Result<QString, PlatformError> IncompletePackage::keepAs(const QString &name)
 {
-    const QString path = m_folder + u'/' + name;
+    QString path = m_folder + u'/' + name;
     if (!m_file.rename(path)) {
         return refusal(m_file);
     }

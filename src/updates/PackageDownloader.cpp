@@ -68,12 +68,12 @@ Task<Result<QString, SoftwareUpdateError>> PackageDownloader::download(AppcastIt
         return IncompletePackage::begin(folder);
     };
     auto beginning = m_worker.run(std::move(begin));
-    const auto begun = co_await std::move(beginning);
+    auto begun = co_await std::move(beginning);
     if (!begun) {
         SoftwareUpdateError refused = notKept(begun.error());
         co_return failure(std::move(refused));
     }
-    const Package package = *begun;
+    const Package package = std::move(*begun);
     std::int64_t received = 0;
     while (auto part = co_await body->next()) {
         if (!*part) {

@@ -37,7 +37,7 @@ std::optional<QByteArray> verifiedFeedContent(const QByteArray &feed, const QByt
     const auto signature = decodeStrictBase64(valueOf("edSignature", comment));
     bool isNumber = false;
     const qlonglong length = valueOf("length", comment).toLongLong(&isNumber);
-    const QByteArray content = feed.first(start);
+    QByteArray content = feed.first(start);
     if (!signature || !isNumber || length != content.size() ||
         !isSignedWithEd25519(publicKey, *signature, content)) {
         return std::nullopt;
