@@ -3,26 +3,22 @@
 bundle_information_test.py CMAKE MODULE
 """
 import json
-import os
-import pathlib
-import subprocess
 import sys
-import tempfile
 import unittest
+
+from cmake_script import written_by
 
 CMAKE, MODULE = sys.argv[1:]
 
+SCRIPT = """
+include($ENV{MODULE})
+vantrel_bundle_information("$ENV{FILE}" "$ENV{FEED}" "$ENV{KEY}")
+"""
+
 
 def written(feed, key):
-    """The object that the CMake function writes for two values."""
-    with tempfile.TemporaryDirectory() as folder:
-        script = pathlib.Path(folder, "call.cmake")
-        script.write_text("include($ENV{MODULE})\n"
-                          'vantrel_bundle_information("$ENV{FILE}" "$ENV{FEED}" "$ENV{KEY}")\n')
-        file = pathlib.Path(folder, "share", "bundle-information.json")
-        subprocess.run([CMAKE, "-P", script], check=True, env=os.environ | {
-            "MODULE": MODULE, "FILE": str(file), "FEED": feed, "KEY": key})
-        return json.loads(file.read_text(encoding="utf-8"))
+    """The object that is written for two values."""
+    return json.loads(written_by(CMAKE, SCRIPT, MODULE=MODULE, FEED=feed, KEY=key))
 
 
 class BundleInformation(unittest.TestCase):
