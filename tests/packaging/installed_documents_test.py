@@ -61,6 +61,15 @@ class InstalledDocuments(unittest.TestCase):
 
         self.assertEqual(re.findall("(?m)^## ([0-9.]+) - ", changelog.decode())[0], VERSION)
 
+    def test_the_changelog_of_the_package_is_in_the_form_of_debian(self):
+        changelog = gzip.decompress(
+            (self.prefix / "share/doc/vantrel/changelog.Debian.gz").read_bytes())
+        read = subprocess.run(["dpkg-parsechangelog", "-l", "-", "-S", "Version"], input=changelog,
+                              capture_output=True)
+
+        self.assertEqual((read.returncode, read.stdout, read.stderr),
+                         (0, f"{VERSION}-1\n".encode(), b""))
+
 
 if __name__ == "__main__":
     unittest.main(argv=sys.argv[:1])
