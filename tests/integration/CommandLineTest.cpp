@@ -31,7 +31,7 @@ TEST(CommandLine, VersionIsOneLine)
     const test::ProcessRun ended = run({u"--version"_s});
 
     EXPECT_EQ(ended.exitCode, 0);
-    EXPECT_EQ(ended.output, "vantrel 0.1.0\n");
+    EXPECT_EQ(ended.output, "vantrel " VANTREL_VERSION "\n");
 }
 
 TEST(CommandLine, AnUnknownOptionIsRefusedInOneLine)
