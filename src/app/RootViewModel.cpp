@@ -23,12 +23,13 @@ void drop(ViewModel *viewModel)
 
 RootViewModel::RootViewModel(const ReviewServices &services,
                              std::shared_ptr<RecentReposStoring> recentReposStore,
+                             std::shared_ptr<RepositoryGuarding> repositoryGuard,
                              SettingsViewModel &settings, AISetupSheet &setup, QObject *parent)
     : QObject(parent)
     , m_services(services)
     , m_settings(settings)
     , m_setup(setup)
-    , m_picker(std::move(recentReposStore), services.coordinator)
+    , m_picker(std::move(recentReposStore), std::move(repositoryGuard), services.coordinator)
 {
     connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);
     showRoute();

@@ -13,8 +13,8 @@ namespace vantrel {
 /// from its environment, where it wins over every file.
 struct GitOverrides
 {
-    QMap<QByteArray, QByteArray> values{};      ///< By key.
-    QMap<QByteArray, Conversions> ownDiffs{};   ///< The keys whose command is git's own diff.
+    QMap<QByteArray, QByteArray> values{};    ///< By key.
+    QMap<QByteArray, Conversions> ownDiffs{}; ///< The keys whose command is git's own diff.
     QByteArray workTree{}; ///< The folder with the files; empty for where git finds it.
 
     bool operator==(const GitOverrides &) const = default;

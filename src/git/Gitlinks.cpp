@@ -1,7 +1,7 @@
-// Git goes into submodules with configurations of their own wherever its index holds a gitlink. Hardly
-// any repository has one, and asking git costs a process in each, so the index is searched for the
-// mode of a gitlink first. It stands there as four bytes in every version of the format; an extension
-// that keeps entries elsewhere counts as a find, and so does what only looks like one.
+// Git goes into submodules with configurations of their own wherever its index holds a gitlink.
+// Hardly any repository has one, and asking git costs a process in each, so the index is searched
+// for the mode of a gitlink first. It stands there as four bytes in every version of the format; an
+// extension that keeps entries elsewhere counts as a find, and so does what only looks like one.
 //
 // That is worth nothing unless it is the index that git reads. Git passes over a `.git` folder that
 // looks incomplete to it and goes on searching, so the folder has to be one that it takes for sure.

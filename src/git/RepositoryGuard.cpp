@@ -6,8 +6,7 @@ namespace vantrel {
 
 using namespace Qt::Literals::StringLiterals;
 
-Result<QList<RepositoryProgram>, ProcessFailure>
-RepositoryGuard::inspect(const QUrl &root)
+Result<QList<RepositoryProgram>, ProcessFailure> RepositoryGuard::inspect(const QUrl &root)
 {
     const auto programs = inspectRepository(m_runner, root);
     if (!programs) {
@@ -59,7 +58,8 @@ QList<RepositoryProgram> RepositoryGuard::notAllowed(const QUrl &root,
     const std::lock_guard lock(m_mutex);
     const QList<RepositoryProgram> allowed = m_allowed.value(root);
     QList<RepositoryProgram> rest = programs.needed;
-    rest.removeIf([&allowed](const RepositoryProgram &program) { return allowed.contains(program); });
+    rest.removeIf(
+        [&allowed](const RepositoryProgram &program) { return allowed.contains(program); });
     return rest;
 }
 

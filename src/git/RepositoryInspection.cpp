@@ -77,8 +77,8 @@ Result<QList<Place>, ProcessFailure> submodulesOf(const ProcessRunner &runner, c
 
 } // namespace
 
-Result<RepositoryPrograms, ProcessFailure>
-inspectRepository(const ProcessRunner &runner, const QUrl &root)
+Result<RepositoryPrograms, ProcessFailure> inspectRepository(const ProcessRunner &runner,
+                                                             const QUrl &root)
 {
     RepositoryPrograms programs;
     QList<Place> places{{QFile::encodeName(root.toLocalFile()), {}}};

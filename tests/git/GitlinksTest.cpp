@@ -38,8 +38,8 @@ protected:
     void addSubmodule() const
     {
         m_repository.git({u"init"_s, u"--quiet"_s, u"sub"_s});
-        m_repository.git({u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s,
-                          u"--message=One"_s});
+        m_repository.git(
+            {u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s, u"--message=One"_s});
         m_repository.git({u"-c"_s, u"advice.addEmbeddedRepo=false"_s, u"add"_s, u"sub"_s});
     }
 };
@@ -77,8 +77,7 @@ class GitlinksInAnIndex : public GitlinksInARepository,
 TEST_P(GitlinksInAnIndex, AreSeenInEachVersionOfItsFormat)
 {
     addSubmodule();
-    m_repository.git(
-        {u"update-index"_s, u"--index-version"_s, QString::fromLatin1(GetParam())});
+    m_repository.git({u"update-index"_s, u"--index-version"_s, QString::fromLatin1(GetParam())});
 
     EXPECT_TRUE(mayHold());
 }

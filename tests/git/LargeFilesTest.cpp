@@ -1,5 +1,5 @@
-// Git LFS, which sits in most people's own configuration as a filter: it runs without a question, and
-// the repository names it no programs and no servers.
+// Git LFS, which sits in most people's own configuration as a filter: it runs without a question,
+// and the repository names it no programs and no servers.
 
 #include "ListingSamples.h"
 #include "TrapTest.h"
@@ -41,11 +41,11 @@ protected:
     {
         const QByteArray one = "2c8b08da5ce60398e1f19af0e5dccc744df274b826abe585eaba68c525434806";
         const QByteArray two = "27dd8ed44a83ff94d557f9fd0412ed5a8cbca69ea04922d88c01184a07300a5a";
-        return QList<FileChange>{trackedFile(
-            u"f"_s, ChangeStatus::modified, 1, 1,
-            {rawHunk("@@ -1,3 +1,3 @@", 1, 1,
-                     {" version https://git-lfs.github.com/spec/v1", "-oid sha256:" + one,
-                      "+oid sha256:" + two, " size 4"})})};
+        return QList<FileChange>{
+            trackedFile(u"f"_s, ChangeStatus::modified, 1, 1,
+                        {rawHunk("@@ -1,3 +1,3 @@", 1, 1,
+                                 {" version https://git-lfs.github.com/spec/v1",
+                                  "-oid sha256:" + one, "+oid sha256:" + two, " size 4"})})};
     }
 };
 

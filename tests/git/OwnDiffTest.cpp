@@ -71,19 +71,31 @@ protected:
         return hunks;
     }
 
-    const QStringList m_names{u"deleted"_s,     u"emptied"_s,      u"file-then-folder"_s,
-                              u"file-then-link"_s, u"mode"_s,      u"staged"_s,
-                              u"with spaces"_s, u"quote's \"x\""_s, u"line\nfeed"_s,
-                              u"-dash"_s,       u":!colon"_s,      u"*"_s,
-                              u"[a]"_s,         u"$HOME"_s,        u"`id`"_s,
-                              u"back\\slash"_s, u"x:/dev/null"_s,  QStringLiteral("\u00e9")};
+    const QStringList m_names{u"deleted"_s,
+                              u"emptied"_s,
+                              u"file-then-folder"_s,
+                              u"file-then-link"_s,
+                              u"mode"_s,
+                              u"staged"_s,
+                              u"with spaces"_s,
+                              u"quote's \"x\""_s,
+                              u"line\nfeed"_s,
+                              u"-dash"_s,
+                              u":!colon"_s,
+                              u"*"_s,
+                              u"[a]"_s,
+                              u"$HOME"_s,
+                              u"`id`"_s,
+                              u"back\\slash"_s,
+                              u"x:/dev/null"_s,
+                              QStringLiteral("\u00e9")};
 
 private:
     void commitSubmodule() const
     {
         m_repository.git({u"init"_s, u"--quiet"_s, u"sub"_s});
-        m_repository.git({u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s,
-                          u"--message=One"_s});
+        m_repository.git(
+            {u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s, u"--message=One"_s});
         m_repository.write(u"sub/f"_s, "one\n");
         m_repository.git({u"-c"_s, u"advice.addEmbeddedRepo=false"_s, u"add"_s, u"sub"_s});
     }
@@ -127,8 +139,8 @@ private:
         m_repository.write(u"added-binary"_s, QByteArray("a\0b", 3));
         m_repository.write(u"added-empty"_s, {});
         m_repository.git({u"add"_s, u"added"_s, u"added-binary"_s, u"added-empty"_s});
-        m_repository.git({u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s,
-                          u"--message=Two"_s});
+        m_repository.git(
+            {u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s, u"--message=Two"_s});
     }
 };
 

@@ -20,8 +20,7 @@ protected:
         configure(u"uploadpack.allowFilter"_s, u"true"_s);
         configure(u"uploadpack.allowAnySHA1InWant"_s, u"true"_s);
         m_repository.git({u"clone"_s, u"--quiet"_s, u"--no-local"_s, u"--no-checkout"_s,
-                          u"--filter=blob:none"_s, m_repository.path(),
-                          m_clone.toLocalFile()});
+                          u"--filter=blob:none"_s, m_repository.path(), m_clone.toLocalFile()});
         inClone({u"read-tree"_s, u"HEAD"_s});
         m_repository.write(u"../clone/f"_s, "two\n");
         inClone({u"config"_s, u"remote.origin.uploadpack"_s,

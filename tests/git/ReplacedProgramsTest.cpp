@@ -86,13 +86,13 @@ INSTANTIATE_TEST_SUITE_P(
                                                              test.trap(u"external"_s).toUtf8());
                                  test.configure(u"include.path"_s, u"more"_s);
                              }},
-        TrappedConfiguration{
-            "ConfigurationOfTheWorkingTree",
-            [](ReplacedPrograms &test) {
-                test.configure(u"extensions.worktreeConfig"_s, u"true"_s);
-                test.repository().git(
-                    {u"config"_s, u"--worktree"_s, u"diff.external"_s, test.trap(u"external"_s)});
-            }},
+        TrappedConfiguration{"ConfigurationOfTheWorkingTree",
+                             [](ReplacedPrograms &test) {
+                                 test.configure(u"extensions.worktreeConfig"_s, u"true"_s);
+                                 test.repository().git({u"config"_s, u"--worktree"_s,
+                                                        u"diff.external"_s,
+                                                        test.trap(u"external"_s)});
+                             }},
         TrappedConfiguration{"OverThePersonsOwn",
                              [](ReplacedPrograms &test) {
                                  test.configurePerson("[diff]\n\texternal = true\n");
@@ -103,14 +103,14 @@ INSTANTIATE_TEST_SUITE_P(
                                  test.setAttributes("diff=images");
                                  test.configure(u"diff.images.command"_s, test.trap(u"command"_s));
                              }},
-        TrappedConfiguration{
-            "CommandOfADriverWithAnOddName",
-            [](ReplacedPrograms &test) {
-                test.setAttributes("diff=a.b=\"$(x)'\xff");
-                test.repository().write(u".git/more"_s, "[diff \"a.b=\\\"$(x)'\xff\"]\n\tCommand = " +
-                                                            test.trap(u"command"_s).toUtf8());
-                test.configure(u"include.path"_s, u"more"_s);
-            }},
+        TrappedConfiguration{"CommandOfADriverWithAnOddName",
+                             [](ReplacedPrograms &test) {
+                                 test.setAttributes("diff=a.b=\"$(x)'\xff");
+                                 test.repository().write(
+                                     u".git/more"_s, "[diff \"a.b=\\\"$(x)'\xff\"]\n\tCommand = " +
+                                                         test.trap(u"command"_s).toUtf8());
+                                 test.configure(u"include.path"_s, u"more"_s);
+                             }},
         TrappedConfiguration{"ConversionOfADriver",
                              [](ReplacedPrograms &test) {
                                  test.setAttributes("diff=images");
@@ -145,8 +145,8 @@ TEST_F(RepositoryTraps, AConversionOfAFileInConflictWithoutACommitIsNotRun)
         entries.append("100644 " + hash + ' ' + QByteArray::number(stage) + "\tf\n");
     }
     m_repository.write(u"../entries"_s, entries.join());
-    m_repository.git({u"-c"_s, u"alias.fill=!git update-index --index-info <../entries"_s,
-                      u"fill"_s});
+    m_repository.git(
+        {u"-c"_s, u"alias.fill=!git update-index --index-info <../entries"_s, u"fill"_s});
     m_repository.write(u"f"_s, "4\n");
     const Listing before = changedFiles();
     setAttributes("diff=images");

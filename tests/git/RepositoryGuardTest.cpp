@@ -38,10 +38,7 @@ protected:
 
     [[nodiscard]] Programs inspect() { return m_guard.inspect(m_repository.root()); }
 
-    void allowAll()
-    {
-        m_guard.allow(m_repository.root(), inspect().value());
-    }
+    void allowAll() { m_guard.allow(m_repository.root(), inspect().value()); }
 
     [[nodiscard]] QList<RepositoryProgram> filter() const
     {
@@ -205,12 +202,12 @@ protected:
     {
         changeFile();
         m_repository.write(u"../bin/git"_s, "#!/bin/sh\necho \"$6\" >>'" +
-                                                QFile::encodeName(m_log) + "'\nexec " +
-                                                realGit() + " \"$@\"\n");
+                                                QFile::encodeName(m_log) + "'\nexec " + realGit() +
+                                                " \"$@\"\n");
         QFile::setPermissions(m_repository.pathOutside(u"bin/git"_s),
                               QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("PATH", QFile::encodeName(m_repository.pathOutside(u"bin"_s)) + ':' +
-                            qgetenv("PATH"));
+        qputenv("PATH",
+                QFile::encodeName(m_repository.pathOutside(u"bin"_s)) + ':' + qgetenv("PATH"));
     }
 
     /// The subcommands that were run.
@@ -247,16 +244,15 @@ TEST_F(InspectionCost, IsTwoMoreAndOneInEachWithSubmodules)
 {
     for (const QString &name : {u"one"_s, u"two"_s}) {
         m_repository.git({u"init"_s, u"--quiet"_s, name});
-        m_repository.git({u"-C"_s, name, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s,
-                          u"--message=One"_s});
+        m_repository.git(
+            {u"-C"_s, name, u"commit"_s, u"--quiet"_s, u"--allow-empty"_s, u"--message=One"_s});
     }
     m_repository.commitAll();
     QFile::remove(m_repository.pathOutside(u"runs"_s));
 
     ASSERT_TRUE(m_guard.inspect(m_repository.root()));
 
-    EXPECT_EQ(runs(),
-              QByteArrayList({"config", "rev-parse", "ls-files", "config", "config"}));
+    EXPECT_EQ(runs(), QByteArrayList({"config", "rev-parse", "ls-files", "config", "config"}));
 }
 
 } // namespace

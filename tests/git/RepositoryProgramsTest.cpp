@@ -132,8 +132,7 @@ TEST(RepositoryPrograms, GitsOwnDiffStandsInThePlaceOfAnother)
     EXPECT_EQ(found(setting("local", "diff.external", "x")), ownDiff("diff.external"));
     EXPECT_EQ(found(setting("global", "diff.external", "x")), ownDiff("diff.external"));
     EXPECT_EQ(found(setting("local", "diff.images.command", "x")), ownDiff("diff.images.command"));
-    EXPECT_EQ(found(setting("global", "diff.images.command", "x")),
-              ownDiff("diff.images.command"));
+    EXPECT_EQ(found(setting("global", "diff.images.command", "x")), ownDiff("diff.images.command"));
 }
 
 TEST(RepositoryPrograms, AConversionOfTheRepositoryIsNotMade)

@@ -1,5 +1,5 @@
-// Programs that a submodule's own configuration names: git goes into each submodule to see whether it
-// was altered.
+// Programs that a submodule's own configuration names: git goes into each submodule to see whether
+// it was altered.
 
 #include "TrapTest.h"
 
@@ -25,8 +25,8 @@ protected:
 
     void nameFilter(const QString &place) const
     {
-        m_repository.git({u"-C"_s, place, u"config"_s, u"filter.case.clean"_s,
-                          filterTrap(u"filter"_s)});
+        m_repository.git(
+            {u"-C"_s, place, u"config"_s, u"filter.case.clean"_s, filterTrap(u"filter"_s)});
         m_repository.write(place + u"/.git/info/attributes"_s, "* filter=case\n");
         m_repository.write(place + u"/f"_s, "two\n"); // Of the same size.
     }
@@ -66,8 +66,8 @@ TEST_F(SubmodulePrograms, AreNamedInASubmoduleOfASubmodule)
 {
     addSubmodule({}, u"sub"_s);
     addSubmodule(u"sub"_s, u"inner"_s);
-    m_repository.git({u"-C"_s, u"sub"_s, u"-c"_s, u"advice.addEmbeddedRepo=false"_s, u"add"_s,
-                      u"inner"_s});
+    m_repository.git(
+        {u"-C"_s, u"sub"_s, u"-c"_s, u"advice.addEmbeddedRepo=false"_s, u"add"_s, u"inner"_s});
     m_repository.git({u"-C"_s, u"sub"_s, u"commit"_s, u"--quiet"_s, u"--message=Two"_s});
     m_repository.commitAll();
     nameFilter(u"sub/inner"_s);

@@ -15,10 +15,7 @@ protected:
     [[nodiscard]] QString trap(const QString &name, const QByteArray &lines = {}) const;
 
     /// A trap that hands on what it is given, as a filter does, or the file that it is named.
-    [[nodiscard]] QString filterTrap(const QString &name) const
-    {
-        return trap(name, "exec cat\n");
-    }
+    [[nodiscard]] QString filterTrap(const QString &name) const { return trap(name, "exec cat\n"); }
     [[nodiscard]] QString readerTrap(const QString &name) const
     {
         return trap(name, "exec cat \"$1\"\n");

@@ -77,7 +77,8 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
         m_services->notice.acknowledge();
     }
     m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
-                                             m_services->settings, m_services->setup);
+                                             m_services->repositoryGuard, m_services->settings,
+                                             m_services->setup);
     Q_EMIT started();
 }
 

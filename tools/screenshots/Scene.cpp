@@ -178,7 +178,7 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
     m_rootViewModel = std::make_unique<RootViewModel>(
         ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
                        m_notificationCenter},
-        m_recentRepos, *m_settingsViewModel, *m_setupSheet);
+        m_recentRepos, m_repositoryGuard, *m_settingsViewModel, *m_setupSheet);
     m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
     m_window = m_mainWindow->window();
     if (m_window == nullptr) {

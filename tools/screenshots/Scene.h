@@ -108,6 +108,8 @@ private:
     AppearanceController m_appearanceController;
     SystemAppearance m_appearance;
     std::shared_ptr<SampleRecentRepos> m_recentRepos = std::make_shared<SampleRecentRepos>();
+    std::shared_ptr<SampleRepositoryGuard> m_repositoryGuard =
+        std::make_shared<SampleRepositoryGuard>();
     NotificationCenter m_notificationCenter{};
     SampleGitService m_git{};
     GitWorker m_gitWorker;
