@@ -10,6 +10,8 @@ FocusScope {
 
     required property string title
     property string message: ""
+    /// Commands that the message is about.
+    property string commands: ""
     property string iconName: ""
     required property string acceptLabel
     /// Accepting it cannot be undone.
@@ -32,6 +34,8 @@ FocusScope {
     Keys.onEscapePressed: root.escaped()
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()
+    Keys.onUpPressed: commandBox.scrollBy(-Theme.codeLine)
+    Keys.onDownPressed: commandBox.scrollBy(Theme.codeLine)
 
     function press(): void {
         if (cancelButton.activeFocus) {
@@ -118,6 +122,18 @@ FocusScope {
                 text: root.message
                 wrapMode: Text.Wrap
                 elide: Text.ElideNone
+            }
+            Item {
+                width: 1
+                height: Theme.spaceM
+                visible: commandBox.visible
+            }
+            CommandBox {
+                id: commandBox
+
+                width: words.width
+                visible: root.commands !== ""
+                commands: root.commands
             }
             Item {
                 width: 1

@@ -138,6 +138,17 @@ void ScreenDriver::removeRepositories()
     m_folder.reset();
 }
 
+void ScreenDriver::nameProgram(const QString &command)
+{
+    m_services->repositoryGuard->setPrograms(
+        QList<RepositoryProgram>{{{}, u"filter.images.clean"_s, command}});
+}
+
+int ScreenDriver::allowedCount() const
+{
+    return int(m_services->repositoryGuard->allowed().size());
+}
+
 void ScreenDriver::openRepository()
 {
     m_services->coordinator.openRepository(sampleRepo(u"repo"_s));

@@ -210,6 +210,7 @@ const QList<Scene::State> &Scene::all()
         {u"picker-recents"_s, [](Scene &scene) { scene.showRecents(); }},
         {u"picker-missing"_s, [](Scene &scene) { scene.showMissingRecent(); }},
         {u"picker-refused"_s, [](Scene &scene) { scene.showRefusal(); }},
+        {u"picker-programs"_s, [](Scene &scene) { scene.showProgramsQuestion(); }},
         {u"files-loading"_s, [](Scene &scene) { scene.showLoadingFiles(); }},
         {u"files-summaries"_s, [](Scene &scene) { scene.showFirstSummary(); }},
         {u"files-loaded"_s, [](Scene &scene) { scene.showSummaries(); }},
@@ -326,6 +327,18 @@ void Scene::showRefusal()
 {
     m_rootViewModel->openFolder(QUrl::fromLocalFile(m_folder.path()));
     wait([this] { return !m_rootViewModel->picker()->isOpening(); });
+}
+
+void Scene::showProgramsQuestion()
+{
+    m_repositoryGuard->setPrograms(
+        {{{},
+          u"filter.notebooks.clean"_s,
+          u"\"/usr/bin/python3\" -m nbclean --keep-metadata=kernelspec --indent 1 -- %f"_s},
+         {u"vendor/fonts"_s, u"filter.sealed.clean"_s, u"tools/seal clean"_s}});
+    showRecents();
+    m_rootViewModel->openFolder(QUrl::fromLocalFile(sampleHome() + u"src/paper-trail"_s));
+    wait([this] { return m_rootViewModel->picker()->isAsking(); });
 }
 
 void Scene::showFileList()

@@ -64,6 +64,7 @@ private:
     void showRecents();
     void showMissingRecent();
     void showRefusal();
+    void showProgramsQuestion();
     void showFileList();
     void showFiles(SampleGitService::Listing listing);
     void showLoadingFiles();
