@@ -27,7 +27,8 @@ ReviewScreen::ReviewScreen(const MeteredApplication &application, const FileChan
     route.changeset = Changeset(route.allFiles);
     m_services.coordinator.setRoute(route);
     m_root = std::make_unique<RootViewModel>(m_services.review, m_services.recentRepos,
-                                             m_services.settings, m_services.setup);
+                                             m_services.repositoryGuard, m_services.settings,
+                                             m_services.setup);
     m_mainWindow = std::make_unique<MainWindow>(*m_root, m_appearance, motion == Motion::reduced);
     QQuickWindow *const window = m_mainWindow->window();
     if (window == nullptr) {

@@ -42,7 +42,8 @@ OrbiskApp::OrbiskApp(const Places &places)
 OrbiskApp::OrbiskApp(const Places &places, const Desktop &desktop)
     : m_userDefaults(places.preferencesFolder)
     , m_session(m_clock)
-    , m_gitService(m_processRunner, m_fileReader)
+    , m_repositoryGuard(std::make_shared<RepositoryGuard>())
+    , m_gitService(*m_repositoryGuard, m_fileReader)
     , m_gitWorker(m_gitService)
     , m_recentReposStore(
           std::make_shared<RecentReposStore>(m_userDefaults, u"recentRepos"_s, maxRecentRepos))
@@ -72,7 +73,7 @@ OrbiskApp::OrbiskApp(const Places &places, const Desktop &desktop)
                                                          places.updatesFolder, desktop.openURL))
     , m_rootViewModel(ReviewServices{m_gitWorker, m_aiWorker, m_keychainAccessNotice,
                                      m_chatHistoryStore, m_coordinator, m_notificationCenter},
-                      m_recentReposStore, m_settingsViewModel, m_setupSheet,
+                      m_recentReposStore, m_repositoryGuard, m_settingsViewModel, m_setupSheet,
                       m_softwareUpdater.get())
 {}
 

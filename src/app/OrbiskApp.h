@@ -10,7 +10,7 @@
 #include "git/FileSystemReader.h"
 #include "git/GitService.h"
 #include "git/GitWorker.h"
-#include "git/ProcessRunner.h"
+#include "git/RepositoryGuard.h"
 #include "onboarding/AISetupPresenter.h"
 #include "onboarding/AISetupSession.h"
 #include "onboarding/AISetupSheet.h"
@@ -82,7 +82,7 @@ private:
     UserDefaults m_userDefaults;
     NetworkHttpLoader m_session;
 
-    ProcessRunner m_processRunner;
+    std::shared_ptr<RepositoryGuard> m_repositoryGuard;
     FileSystemReader m_fileReader;
     GitService m_gitService;
     GitWorker m_gitWorker;

@@ -1,6 +1,7 @@
 #include "app/PickerViewModel.h"
 
 #include "app/AppCoordinator.h"
+#include "git/RepositoryGuarding.h"
 #include "persistence/RecentReposStoring.h"
 #include "platform/StateStep.h"
 #include "platform/jobs/RunQueue.h"
@@ -33,12 +34,29 @@ QString folderName(const QString &path)
     return name.isEmpty() ? path : name;
 }
 
+/// What the disk and git say of a folder.
+struct FolderLook
+{
+    bool isRepository = false;
+    QList<RepositoryProgram> programs{}; ///< To be asked for before it is opened.
+    QList<RecentRepo> recentRepos{};     ///< With this one, when there was nothing to ask.
+};
+
+/// The recent repositories once this one is the newest.
+QList<RecentRepo> recorded(RecentReposStoring &store, const QString &name, const QString &path)
+{
+    store.record(name, path);
+    return store.load();
+}
+
 } // namespace
 
 PickerViewModel::PickerViewModel(std::shared_ptr<RecentReposStoring> recentReposStore,
+                                 std::shared_ptr<RepositoryGuarding> repositoryGuard,
                                  AppCoordinator &coordinator, QObject *parent)
     : QObject(parent)
     , m_recentReposStore(std::move(recentReposStore))
+    , m_repositoryGuard(std::move(repositoryGuard))
     , m_coordinator(coordinator)
 {
     reloadRecents();
@@ -62,23 +80,39 @@ Task<std::optional<Repo>> PickerViewModel::open(QUrl url)
     const Repo repo{QUuid::createUuid(), QUrl::fromLocalFile(path), folderName(path)};
     SerialWorker disk(SerialWorker::AtEnd::leave);
     // Captured anew: a constant cannot be moved, and would outlive the call on its thread.
-    auto ask = [store = m_recentReposStore, path = path,
-                name = repo.name](const WorkControl &control) {
-        std::optional<QList<RecentRepo>> recentRepos;
-        // Who chose another folder meanwhile did not open this one.
-        if (!path.isEmpty() && store->isRepository(path) && !control.isAbandoned()) {
-            store->record(name, path);
-            recentRepos = store->load();
+    auto look = [store = m_recentReposStore, guard = m_repositoryGuard, path = path,
+                 repo = repo](const WorkControl &control) {
+        FolderLook found;
+        found.isRepository = !path.isEmpty() && store->isRepository(path);
+        if (found.isRepository) {
+            // Where git cannot answer, it will refuse the listing, and in the same words.
+            found.programs = guard->inspect(repo.url).value_or(QList<RepositoryProgram>());
+            // Who chose another folder meanwhile did not open this one.
+            if (found.programs.isEmpty() && !control.isAbandoned()) {
+                found.recentRepos = recorded(*store, repo.name, path);
+            }
         }
-        return recentRepos;
+        return found;
     };
-    auto asking = disk.run(std::move(ask));
-    std::optional<QList<RecentRepo>> recentRepos = co_await std::move(asking);
-    const bool isOpened = recentRepos.has_value();
-    endOpening(std::move(recentRepos));
-    if (!isOpened) {
+    auto looking = disk.run(std::move(look));
+    FolderLook found = co_await std::move(looking);
+    if (!found.isRepository) {
+        endOpening(std::nullopt);
         co_return std::nullopt;
     }
+    if (!found.programs.isEmpty()) {
+        auto asking = ask(Question{repo.name, found.programs});
+        const bool isAllowed = co_await std::move(asking);
+        if (!isAllowed) {
+            co_return std::nullopt;
+        }
+        m_repositoryGuard->allow(repo.url, found.programs);
+        auto record = [store = m_recentReposStore, path = path, name = repo.name](
+                          const WorkControl &) { return recorded(*store, name, path); };
+        auto recording = disk.run(std::move(record));
+        found.recentRepos = co_await std::move(recording);
+    }
+    endOpening(std::move(found.recentRepos));
     co_return repo;
 }
 
@@ -88,7 +122,18 @@ void PickerViewModel::openFolder(const QUrl &folder)
     m_openTask = Job(runOpen(folder));
     StateStep step(*this);
     step.set(m_isOpening, true, &PickerViewModel::isOpeningChanged);
+    step.set(m_question, std::optional<Question>(), &PickerViewModel::questionChanged);
     step.publish();
+}
+
+void PickerViewModel::openAnyway()
+{
+    answer(true);
+}
+
+void PickerViewModel::cancelOpening()
+{
+    answer(false);
 }
 
 Task<> PickerViewModel::runReload()
@@ -139,6 +184,29 @@ Task<> PickerViewModel::runOpen(QUrl folder)
     if (repo) {
         m_coordinator.openRepository(*repo);
     }
+}
+
+Task<bool> PickerViewModel::ask(Question question)
+{
+    {
+        StateStep step(*this);
+        step.set(m_isOpening, false, &PickerViewModel::isOpeningChanged);
+        step.set(m_question, std::optional(std::move(question)), &PickerViewModel::questionChanged);
+        step.publish();
+    }
+    co_await m_answered.wait();
+    co_return m_isAllowed;
+}
+
+void PickerViewModel::answer(bool isAllowed)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    m_isAllowed = isAllowed;
+    StateStep step(*this);
+    step.set(m_isOpening, isAllowed && m_question, &PickerViewModel::isOpeningChanged);
+    step.set(m_question, std::optional<Question>(), &PickerViewModel::questionChanged);
+    step.publish();
+    m_answered.wakeAll();
 }
 
 void PickerViewModel::endOpening(std::optional<QList<RecentRepo>> recentRepos)

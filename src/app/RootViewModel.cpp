@@ -23,6 +23,7 @@ void drop(ViewModel *viewModel)
 
 RootViewModel::RootViewModel(const ReviewServices &services,
                              std::shared_ptr<RecentReposStoring> recentReposStore,
+                             std::shared_ptr<RepositoryGuarding> repositoryGuard,
                              SettingsViewModel &settings, AISetupSheet &setup,
                              SoftwareUpdating *softwareUpdater, QObject *parent)
     : QObject(parent)
@@ -30,7 +31,7 @@ RootViewModel::RootViewModel(const ReviewServices &services,
     , m_settings(settings)
     , m_setup(setup)
     , m_softwareUpdater(softwareUpdater)
-    , m_picker(std::move(recentReposStore), services.coordinator)
+    , m_picker(std::move(recentReposStore), std::move(repositoryGuard), services.coordinator)
 {
     connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);
     showRoute();

@@ -18,6 +18,7 @@
 namespace vantrel {
 
 class RecentReposStoring;
+class RepositoryGuarding;
 
 /// What fills the main window: the view model of the coordinator's route, made with the services
 /// that it needs and dropped when the route changes. The picker's stays, since a folder can be
@@ -39,7 +40,8 @@ public:
     /// The services, the settings, the setup sheet and the updater, which is null when updates are
     /// not configured, must outlive the view model. Shows the coordinator's route at once.
     RootViewModel(const ReviewServices &services,
-                  std::shared_ptr<RecentReposStoring> recentReposStore, SettingsViewModel &settings,
+                  std::shared_ptr<RecentReposStoring> recentReposStore,
+                  std::shared_ptr<RepositoryGuarding> repositoryGuard, SettingsViewModel &settings,
                   AISetupSheet &setup, SoftwareUpdating *softwareUpdater = nullptr,
                   QObject *parent = nullptr);
     ~RootViewModel() override;

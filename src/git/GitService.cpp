@@ -1,5 +1,6 @@
 #include "git/GitService.h"
 
+#include "git/GitPrefix.h"
 #include "git/StatusRecords.h"
 #include "models/DiffParser.h"
 
@@ -10,13 +11,6 @@ namespace vantrel {
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// What every invocation begins with: no file-system monitor of the repository's, no pager, and no
-/// lock that could disturb a git that the person runs at the same time.
-QStringList commonPrefix()
-{
-    return {u"-c"_s, u"core.fsmonitor="_s, u"-c"_s, u"core.pager=cat"_s, u"--no-optional-locks"_s};
-}
 
 /// Stands for the content of an untracked file that is not shown. Its line is an addition, so that
 /// the file never looks unchanged.
@@ -112,7 +106,7 @@ Result<std::optional<QString>, ProcessFailure> GitService::currentBranch(const Q
 Result<TextSlice, ProcessFailure> GitService::git(const QStringList &arguments,
                                                   const QUrl &repositoryRoot) const
 {
-    return m_runner.run(u"git"_s, commonPrefix() + arguments, repositoryRoot);
+    return m_runner.run(u"git"_s, gitPrefix() + arguments, repositoryRoot);
 }
 
 Result<QList<RawHunk>, ProcessFailure> GitService::hunks(const FileChange &file,

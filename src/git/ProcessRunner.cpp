@@ -8,6 +8,7 @@
 #include <QFile>
 #include <QList>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -172,21 +173,70 @@ Result<std::int32_t, PlatformError> waitForExit(pid_t child)
     return WIFSIGNALED(status) ? WTERMSIG(status) : WEXITSTATUS(status);
 }
 
+/// Pointers to texts as C wants them, with a null behind the last. The texts must outlive it.
+QList<char *> pointers(QByteArrayList &texts)
+{
+    QList<char *> pointers;
+    for (QByteArray &text : texts) {
+        pointers.append(text.data());
+    }
+    pointers.append(nullptr);
+    return pointers;
+}
+
+/// This process's environment with `variables` in it, as "name=value".
+QByteArrayList environmentWith(const QList<EnvironmentVariable> &variables)
+{
+    QByteArrayList entries;
+    for (char **inherited = environ; *inherited != nullptr; ++inherited) {
+        const QByteArray entry(*inherited);
+        const bool isReplaced =
+            std::any_of(variables.cbegin(), variables.cend(), [&entry](const auto &variable) {
+                return entry.startsWith(variable.name + '=');
+            });
+        if (!isReplaced) {
+            entries.append(entry);
+        }
+    }
+    for (const EnvironmentVariable &variable : variables) {
+        entries.append(variable.name + '=' + variable.value);
+    }
+    return entries;
+}
+
 } // namespace
 
 Result<TextSlice, ProcessFailure> ProcessRunner::run(const QString &command,
                                                      const QStringList &arguments,
                                                      const QUrl &directory) const
 {
-    QList<QByteArray> words{QByteArray(envPath), command.toUtf8()};
+    return runWith({}, command, arguments, directory);
+}
+
+Result<TextSlice, ProcessFailure>
+ProcessRunner::runWith(const QList<EnvironmentVariable> &variables, const QString &command,
+                       const QStringList &arguments, const QUrl &directory) const
+{
+    ChildCommand child;
+    child.words.append(command.toUtf8());
     for (const QString &argument : arguments) {
-        words.append(argument.toUtf8());
+        child.words.append(argument.toUtf8());
     }
-    QList<char *> argv;
-    for (QByteArray &word : words) {
-        argv.append(word.data());
+    child.folder = QFile::encodeName(directory.toLocalFile());
+    child.variables = variables;
+    auto output = capture(child);
+    if (!output) {
+        return failure(output.error());
     }
-    argv.append(nullptr);
+    return output->isValidUtf8() ? TextSlice::fromUtf8(std::move(*output)) : TextSlice();
+}
+
+Result<QByteArray, ProcessFailure> ProcessRunner::capture(const ChildCommand &command) const
+{
+    QByteArrayList words = QByteArrayList{envPath} + command.words;
+    QByteArrayList environment = environmentWith(command.variables);
+    const QList<char *> argv = pointers(words);
+    const QList<char *> envp = pointers(environment);
 
     Output output;
     Output errors;
@@ -195,14 +245,13 @@ Result<TextSlice, ProcessFailure> ProcessRunner::run(const QString &command,
     }
     SpawnActions actions;
     const SpawnAttributes attributes;
-    const QByteArray folder = QFile::encodeName(directory.toLocalFile());
     ::posix_spawn_file_actions_adddup2(actions.get(), output.pipe.writeEnd.get(), STDOUT_FILENO);
     ::posix_spawn_file_actions_adddup2(actions.get(), errors.pipe.writeEnd.get(), STDERR_FILENO);
-    ::posix_spawn_file_actions_addchdir_np(actions.get(), folder.constData());
+    ::posix_spawn_file_actions_addchdir_np(actions.get(), command.folder.constData());
 
     pid_t child = 0;
     const int refusal =
-        ::posix_spawn(&child, envPath, actions.get(), attributes.get(), argv.data(), environ);
+        ::posix_spawn(&child, envPath, actions.get(), attributes.get(), argv.data(), envp.data());
     if (refusal != 0) {
         return failure(ProcessFailure(platformError(refusal)));
     }
@@ -221,7 +270,7 @@ Result<TextSlice, ProcessFailure> ProcessRunner::run(const QString &command,
                             : u"Unknown error"_s;
         return failure(ProcessFailure(error));
     }
-    return output.bytes.isValidUtf8() ? TextSlice::fromUtf8(std::move(output.bytes)) : TextSlice();
+    return std::move(output.bytes);
 }
 
 } // namespace vantrel

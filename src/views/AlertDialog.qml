@@ -10,6 +10,8 @@ FocusScope {
 
     required property string title
     property string message: ""
+    /// Commands that the message is about.
+    property string commands: ""
     property string iconName: ""
     required property string acceptLabel
     /// Accepting it cannot be undone.
@@ -30,6 +32,8 @@ FocusScope {
     }
 
     Keys.onEscapePressed: root.escaped()
+    Keys.onUpPressed: commandBox.scrollBy(-Theme.codeLine)
+    Keys.onDownPressed: commandBox.scrollBy(Theme.codeLine)
 
     /// To the other button; a single one keeps the keyboard.
     function goOn(reason: int): void {
@@ -108,6 +112,18 @@ FocusScope {
                 text: root.message
                 wrapMode: Text.Wrap
                 elide: Text.ElideNone
+            }
+            Item {
+                width: 1
+                height: Theme.spaceM
+                visible: commandBox.visible
+            }
+            CommandBox {
+                id: commandBox
+
+                width: words.width
+                visible: root.commands !== ""
+                commands: root.commands
             }
             Item {
                 width: 1

@@ -17,7 +17,7 @@ Rectangle {
     readonly property bool isPicking: root.viewModel.fileList === null && root.viewModel.diff === null
 
     /// Nothing lies over the screen.
-    readonly property bool isScreenInFront: !notice.visible && !root.isSettingUp
+    readonly property bool isScreenInFront: !notice.visible && !question.visible && !root.isSettingUp
     readonly property bool isSettingUp: root.viewModel.setup.viewModel !== null
 
     signal settingsRequested
@@ -165,6 +165,15 @@ Rectangle {
             target: setup.item
             ignoreUnknownSignals: true
         }
+    }
+
+    // One thing at a time.
+    ProgramsQuestion {
+        id: question
+
+        anchors.fill: screen
+        visible: root.viewModel.picker.isAsking && !notice.visible && !root.isSettingUp
+        picker: root.viewModel.picker
     }
 
     KeychainNotice {

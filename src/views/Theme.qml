@@ -130,6 +130,7 @@ QtObject {
     readonly property int dotSize: 5
     readonly property int alertRiseSize: 60
     readonly property int alertIconSize: 40
+    readonly property int commandBoxMaxSize: 200
     readonly property int iconLargeSize: 20
     readonly property int iconHeroSize: 24
     readonly property int emblemSize: 56

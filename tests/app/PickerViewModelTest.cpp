@@ -4,6 +4,7 @@
 #include "ScreenServices.h"
 
 #include "app/AppCoordinator.h"
+#include "support/FakeRepositoryGuard.h"
 
 #include <gtest/gtest.h>
 
@@ -46,11 +47,14 @@ protected:
     /// Made anew, as at the start of the application.
     void makePicker()
     {
-        picker = std::make_unique<PickerViewModel>(store, coordinator);
+        picker = std::make_unique<PickerViewModel>(store, guard, coordinator);
         QObject::connect(picker.get(), &PickerViewModel::recentReposChanged,
                          [this] { published.append(u"recentRepos"_s); });
         QObject::connect(picker.get(), &PickerViewModel::errorMessageChanged,
                          [this] { published.append(u"errorMessage"_s); });
+        QObject::connect(picker.get(), &PickerViewModel::questionChanged, [this] {
+            published.append(picker->isAsking() ? u"asking"_s : u"asked"_s);
+        });
         QObject::connect(picker.get(), &PickerViewModel::isOpeningChanged, [this] {
             published.append(picker->isOpening() ? u"opening"_s : u"opened"_s);
         });
@@ -104,6 +108,7 @@ protected:
 
     QTemporaryDir folders{};
     std::shared_ptr<FakeRecentRepos> store = std::make_shared<FakeRecentRepos>();
+    std::shared_ptr<FakeRepositoryGuard> guard = std::make_shared<FakeRepositoryGuard>();
     AppCoordinator coordinator{};
     std::unique_ptr<PickerViewModel> picker{};
     QStringList published{}; ///< Signals in their order.
@@ -402,6 +407,135 @@ TEST_F(PickerViewModelTest, LeavingWhileTheDiskIsAskedOpensNothing)
     runUntilIdle();
 
     EXPECT_EQ(coordinator.routeKind(), AppCoordinator::RouteKind::picker);
+}
+
+/// A repository whose own configuration names a filter.
+class PickerQuestion : public PickerViewModelTest
+{
+protected:
+    PickerQuestion() { guard->setPrograms(programs); }
+
+    void openAndWaitForQuestion()
+    {
+        picker->openFolder(url);
+        runUntil([this] { return picker->isAsking(); });
+    }
+
+    const QString path = makeRepository(u"orchard"_s);
+    const QUrl url = QUrl::fromLocalFile(path);
+    const QList<RepositoryProgram> programs{{{}, u"filter.images.clean"_s, u"png -s %f"_s}};
+};
+
+TEST_F(PickerQuestion, NamesTheRepositoryAndItsPrograms)
+{
+    openAndWaitForQuestion();
+
+    EXPECT_EQ(picker->question(), (PickerViewModel::Question{u"orchard"_s, programs}));
+    EXPECT_FALSE(picker->isOpening());
+    EXPECT_EQ(published, QStringList({u"opening"_s, u"opened"_s, u"asking"_s}));
+}
+
+TEST_F(PickerQuestion, NothingIsOpenedOrRecordedBeforeTheAnswer)
+{
+    openAndWaitForQuestion();
+    runUntilIdle();
+
+    EXPECT_EQ(coordinator.routeKind(), AppCoordinator::RouteKind::picker);
+    EXPECT_EQ(recentNames(), QStringList{u"barn"_s});
+    EXPECT_EQ(guard->allowed(), QList<FakeRepositoryGuard::Allowed>());
+}
+
+TEST_F(PickerQuestion, OpenAnywayAllowsTheProgramsAndOpens)
+{
+    openAndWaitForQuestion();
+
+    picker->openAnyway();
+    EXPECT_FALSE(picker->isAsking());
+    EXPECT_TRUE(picker->isOpening());
+    runUntil([this] { return !picker->isOpening(); });
+
+    EXPECT_EQ(guard->allowed(), (QList<FakeRepositoryGuard::Allowed>{{url, programs}}));
+    EXPECT_EQ(openName(), u"orchard"_s);
+    EXPECT_EQ(recentNames(), QStringList({u"orchard"_s, u"barn"_s}));
+}
+
+TEST_F(PickerQuestion, CancelLeavesEverythingAsItWas)
+{
+    openAndWaitForQuestion();
+
+    picker->cancelOpening();
+    runUntilIdle();
+
+    EXPECT_FALSE(picker->isAsking());
+    EXPECT_FALSE(picker->isOpening());
+    EXPECT_EQ(guard->allowed(), QList<FakeRepositoryGuard::Allowed>());
+    EXPECT_EQ(coordinator.routeKind(), AppCoordinator::RouteKind::picker);
+    EXPECT_EQ(recentNames(), QStringList{u"barn"_s});
+    EXPECT_EQ(picker->errorMessage(), QString());
+}
+
+TEST_F(PickerQuestion, IsAskedAgainAfterACancel)
+{
+    openAndWaitForQuestion();
+    picker->cancelOpening();
+    runUntilIdle();
+
+    openAndWaitForQuestion();
+
+    EXPECT_EQ(picker->question(), (PickerViewModel::Question{u"orchard"_s, programs}));
+}
+
+TEST_F(PickerQuestion, IsNotAskedWhereNothingIsLeftToAllow)
+{
+    openAndWaitForQuestion();
+    picker->openAnyway();
+    runUntil([this] { return !picker->isOpening(); });
+
+    openAndWait(path);
+
+    EXPECT_EQ(published.count(u"asking"_s), 1);
+    EXPECT_EQ(openName(), u"orchard"_s);
+}
+
+TEST_F(PickerQuestion, ANewerFolderTakesItAway)
+{
+    openAndWaitForQuestion();
+    guard->setPrograms(QList<RepositoryProgram>());
+
+    picker->openFolder(QUrl::fromLocalFile(makeRepository(u"meadow"_s)));
+    EXPECT_FALSE(picker->isAsking());
+    runUntil([this] { return !picker->isOpening(); });
+
+    EXPECT_EQ(openName(), u"meadow"_s);
+    EXPECT_EQ(recentNames(), QStringList({u"meadow"_s, u"barn"_s}));
+}
+
+TEST_F(PickerQuestion, AnAnswerThatNobodyWaitsForDoesNothing)
+{
+    picker->openAnyway();
+    runUntilIdle();
+
+    EXPECT_EQ(published, QStringList());
+    EXPECT_EQ(coordinator.routeKind(), AppCoordinator::RouteKind::picker);
+}
+
+TEST_F(PickerQuestion, LeavingWhileItIsShownOpensNothing)
+{
+    openAndWaitForQuestion();
+
+    picker.reset();
+    runUntilIdle();
+
+    EXPECT_EQ(coordinator.routeKind(), AppCoordinator::RouteKind::picker);
+}
+
+TEST_F(PickerQuestion, WhereGitCannotAnswerTheRepositoryIsOpenedAndTheListingTellsWhy)
+{
+    guard->setPrograms(failure(ProcessFailure(PlatformError{u"no git"_s})));
+
+    openAndWait(path);
+
+    EXPECT_EQ(openName(), u"orchard"_s);
 }
 
 } // namespace

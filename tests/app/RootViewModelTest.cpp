@@ -45,7 +45,8 @@ protected:
     QTemporaryDir folders{};
     ScreenServices services{};
     std::unique_ptr<RootViewModel> root = std::make_unique<RootViewModel>(
-        services.review, services.recentRepos, services.settings, services.setup);
+        services.review, services.recentRepos, services.repositoryGuard, services.settings,
+        services.setup);
     const QList<FileChange> files{changedFile(u"a.cpp"_s, 1), changedFile(u"b.cpp"_s, 1)};
     const AppCoordinator::DiffRoute diffRoute{sampleRepo(u"orchard"_s), files.at(0), files,
                                               Changeset(files), Selection::first};
@@ -65,8 +66,8 @@ TEST_F(RootViewModelTest, ThePickerNeedsNoOtherScreen)
 TEST_F(RootViewModelTest, ShowsTheRouteThatTheCoordinatorHasAlready)
 {
     services.coordinator.setRoute(diffRoute);
-    const RootViewModel later(services.review, services.recentRepos, services.settings,
-                              services.setup);
+    const RootViewModel later(services.review, services.recentRepos, services.repositoryGuard,
+                              services.settings, services.setup);
 
     ASSERT_NE(later.diff(), nullptr);
     EXPECT_EQ(later.diff()->file(), files.at(0));

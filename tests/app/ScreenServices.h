@@ -23,6 +23,7 @@
 #include "support/FakeGitService.h"
 #include "support/FakeKeychain.h"
 #include "support/FakeLocalDetector.h"
+#include "support/FakeRepositoryGuard.h"
 #include "support/FakeSignIn.h"
 
 #include <QList>
@@ -57,6 +58,7 @@ struct ScreenServices
     GitWorker gitWorker{git};
     std::shared_ptr<RecentReposStore> recentRepos =
         std::make_shared<RecentReposStore>(defaults, QStringLiteral("recentRepos"), 10);
+    std::shared_ptr<FakeRepositoryGuard> repositoryGuard = std::make_shared<FakeRepositoryGuard>();
     FakeAIService ai{log};
     AIWorker aiWorker{ai};
     FakeChatHistory chatHistory{log};

@@ -48,6 +48,17 @@ TEST_F(GitEnvironmentTest, TakesPathsLiterally)
     EXPECT_EQ(qgetenv("GIT_LITERAL_PATHSPECS"), "1");
 }
 
+TEST_F(GitEnvironmentTest, KeepsGitAndLfsFromTheNetwork)
+{
+    pinGitEnvironment();
+
+    EXPECT_EQ(qgetenv("GIT_NO_LAZY_FETCH"), "1");
+    EXPECT_TRUE(qEnvironmentVariableIsSet("GIT_ALLOW_PROTOCOL"));
+    EXPECT_EQ(qgetenv("GIT_ALLOW_PROTOCOL"), QByteArray());
+    EXPECT_EQ(qgetenv("GIT_LFS_SKIP_SMUDGE"), "1");
+    EXPECT_EQ(qgetenv("GIT_SSH_COMMAND"), "false");
+}
+
 TEST_F(GitEnvironmentTest, PinsTheConfigurationThatChangesDiffs)
 {
     pinGitEnvironment();
@@ -100,8 +111,9 @@ TEST_P(InheritedVariable, IsTakenAway)
 }
 
 INSTANTIATE_TEST_SUITE_P(OfGit, InheritedVariable,
-                         testing::Values("GIT_DIR", "GIT_WORK_TREE", "GIT_INDEX_FILE",
-                                         "GIT_EXTERNAL_DIFF", "GIT_DIFF_OPTS", "GIT_GLOB_PATHSPECS",
+                         testing::Values("GIT_DIR", "GIT_WORK_TREE", "GIT_INDEX_FILE", "GIT_CONFIG",
+                                         "GIT_CONFIG_PARAMETERS", "GIT_EXTERNAL_DIFF",
+                                         "GIT_DIFF_OPTS", "GIT_GLOB_PATHSPECS",
                                          "GIT_NOGLOB_PATHSPECS", "GIT_ICASE_PATHSPECS"),
                          [](const auto &name) { return std::string(name.param); });
 

@@ -135,6 +135,28 @@ TEST_F(ProcessRunnerTest, InheritsTheEnvironmentOfTheMoment)
     EXPECT_EQ(shell(u"printf %s \"$VANTREL_TEST_VALUE\""_s), succeeded("a value\n"));
 }
 
+TEST_F(ProcessRunnerTest, SetsVariablesBesideTheInheritedOnesAndInTheirPlace)
+{
+    qputenv("VANTREL_TEST_VALUE", "inherited");
+    qputenv("VANTREL_TEST_VALUES", "kept");
+
+    const Output output = m_runner.runWith(
+        {{"VANTREL_TEST_VALUE", "set=\n"}, {"VANTREL_TEST_OTHER", "new"}}, u"sh"_s,
+        {u"-c"_s, u"printf %s \"$VANTREL_TEST_VALUE $VANTREL_TEST_VALUES $VANTREL_TEST_OTHER\""_s},
+        QUrl::fromLocalFile(m_folder.path()));
+
+    EXPECT_EQ(output, succeeded("set=\n kept new"));
+    EXPECT_EQ(qgetenv("VANTREL_TEST_VALUE"), "inherited");
+}
+
+TEST_F(ProcessRunnerTest, CapturesBytesThatAreNoText)
+{
+    const auto output = m_runner.capture(ChildCommand{
+        {"sh", "-c", "printf '%s\\0' \"${PWD##*/}\" \"$1\"", "sh", "\xe9"}, "/usr/bin", {}});
+
+    EXPECT_EQ(output, (Result<QByteArray, ProcessFailure>(QByteArray("bin\0\xe9\0", 6))));
+}
+
 TEST_F(ProcessRunnerTest, RunsInTheDirectory)
 {
     const QString name = QStringLiteral("100%41 \u00e9#?\n");

@@ -2,7 +2,7 @@
 
 #include "git/FileSystemReader.h"
 #include "git/GitService.h"
-#include "git/ProcessRunner.h"
+#include "git/RepositoryGuard.h"
 #include "support/TemporaryRepository.h"
 
 #include "EnvironmentRestorer.h"
@@ -27,9 +27,9 @@ protected:
 
     EnvironmentRestorer m_environment;
     TemporaryRepository m_repository;
-    ProcessRunner m_runner;
+    RepositoryGuard m_guard;
     FileSystemReader m_reader;
-    GitService m_service{m_runner, m_reader};
+    GitService m_service{m_guard, m_reader};
 };
 
 /// A file of lines that each hold their number, from 1 to `count`, but for the `changed` ones.

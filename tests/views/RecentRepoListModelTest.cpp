@@ -29,7 +29,7 @@ protected:
     QVariant value(int row, int role) const { return model.data(model.index(row), role); }
 
     ScreenServices services{};
-    PickerViewModel viewModel{services.recentRepos, services.coordinator};
+    PickerViewModel viewModel{services.recentRepos, services.repositoryGuard, services.coordinator};
     RecentRepoListModel model{};
     QAbstractItemModelTester tester{&model,
                                     QAbstractItemModelTester::FailureReportingMode::Warning};

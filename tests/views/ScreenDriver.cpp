@@ -89,9 +89,9 @@ void ScreenDriver::start(bool hasAcknowledgedNotice)
                 return m_opensFiles;
             }});
     }
-    m_root =
-        std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
-                                        m_services->settings, m_services->setup, m_updater.get());
+    m_root = std::make_unique<RootViewModel>(m_services->review, m_services->recentRepos,
+                                             m_services->repositoryGuard, m_services->settings,
+                                             m_services->setup, m_updater.get());
     Q_EMIT started();
 }
 
@@ -164,6 +164,17 @@ QUrl ScreenDriver::makeRepository(const QString &name)
 void ScreenDriver::removeRepositories()
 {
     m_folder.reset();
+}
+
+void ScreenDriver::nameProgram(const QString &command)
+{
+    m_services->repositoryGuard->setPrograms(
+        QList<RepositoryProgram>{{{}, u"filter.images.clean"_s, command}});
+}
+
+int ScreenDriver::allowedCount() const
+{
+    return int(m_services->repositoryGuard->allowed().size());
 }
 
 void ScreenDriver::openRepository()

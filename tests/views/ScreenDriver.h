@@ -53,6 +53,11 @@ public:
     Q_INVOKABLE QUrl makeFolder(const QString &name);
     Q_INVOKABLE QUrl makeRepository(const QString &name);
 
+    /// Lets the configuration of every repository name this program as a filter, until it is
+    /// allowed, and tells how often programs were allowed.
+    Q_INVOKABLE void nameProgram(const QString &command);
+    Q_INVOKABLE int allowedCount() const;
+
     /// Opens the repository "repo" and leaves its listing open.
     Q_INVOKABLE void openRepository();
 

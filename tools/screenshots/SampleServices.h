@@ -2,6 +2,7 @@
 
 #include "ai/AIServicing.h"
 #include "git/GitServicing.h"
+#include "git/RepositoryGuarding.h"
 #include "onboarding/LocalModelServerDetecting.h"
 #include "onboarding/OpenRouterSigningIn.h"
 #include "persistence/KeychainStoring.h"
@@ -43,6 +44,21 @@ private:
     std::optional<Listing> m_listing{QList<FileChange>()};
     RawHunks m_rawHunks{QList<RawHunk>()};
     QSemaphore m_gate;
+};
+
+/// A guard that finds in every repository what it was given. Thread: any, once it is filled.
+class SampleRepositoryGuard final : public RepositoryGuarding
+{
+public:
+    using Programs = Result<QList<RepositoryProgram>, ProcessFailure>;
+
+    void setPrograms(QList<RepositoryProgram> programs) { m_programs = std::move(programs); }
+
+    Programs inspect(const QUrl &) override { return m_programs; }
+    void allow(const QUrl &, const QList<RepositoryProgram> &) override {}
+
+private:
+    QList<RepositoryProgram> m_programs{};
 };
 
 /// A keychain in memory. Thread: one at a time.

@@ -189,7 +189,7 @@ QQuickWindow *Scene::show(const QString &state, QSize size)
     m_rootViewModel = std::make_unique<RootViewModel>(
         ReviewServices{m_gitWorker, m_aiWorker, *m_notice, m_chatHistory, m_coordinator,
                        m_notificationCenter},
-        m_recentRepos, *m_settingsViewModel, *m_setupSheet, m_updater.get());
+        m_recentRepos, m_repositoryGuard, *m_settingsViewModel, *m_setupSheet, m_updater.get());
     m_mainWindow = std::make_unique<MainWindow>(*m_rootViewModel, m_appearance, true);
     m_window = m_mainWindow->window();
     if (m_window == nullptr) {
@@ -221,6 +221,7 @@ const QList<Scene::State> &Scene::all()
         {u"picker-recents"_s, [](Scene &scene) { scene.showRecents(); }},
         {u"picker-missing"_s, [](Scene &scene) { scene.showMissingRecent(); }},
         {u"picker-refused"_s, [](Scene &scene) { scene.showRefusal(); }},
+        {u"picker-programs"_s, [](Scene &scene) { scene.showProgramsQuestion(); }},
         {u"files-loading"_s, [](Scene &scene) { scene.showLoadingFiles(); }},
         {u"files-summaries"_s, [](Scene &scene) { scene.showFirstSummary(); }},
         {u"files-loaded"_s, [](Scene &scene) { scene.showSummaries(); }},
@@ -348,6 +349,18 @@ void Scene::showRefusal()
 {
     m_rootViewModel->openFolder(QUrl::fromLocalFile(m_folder.path()));
     wait([this] { return !m_rootViewModel->picker()->isOpening(); });
+}
+
+void Scene::showProgramsQuestion()
+{
+    m_repositoryGuard->setPrograms(
+        {{{},
+          u"filter.notebooks.clean"_s,
+          u"\"/usr/bin/python3\" -m nbclean --keep-metadata=kernelspec --indent 1 -- %f"_s},
+         {u"vendor/fonts"_s, u"filter.sealed.clean"_s, u"tools/seal clean"_s}});
+    showRecents();
+    m_rootViewModel->openFolder(QUrl::fromLocalFile(sampleHome() + u"src/paper-trail"_s));
+    wait([this] { return m_rootViewModel->picker()->isAsking(); });
 }
 
 void Scene::showFileList()

@@ -67,6 +67,7 @@ private:
     void showRecents();
     void showMissingRecent();
     void showRefusal();
+    void showProgramsQuestion();
     void showFileList();
     void showFiles(SampleGitService::Listing listing);
     void showLoadingFiles();
@@ -120,6 +121,8 @@ private:
     AppearanceController m_appearanceController;
     SystemAppearance m_appearance;
     std::shared_ptr<SampleRecentRepos> m_recentRepos = std::make_shared<SampleRecentRepos>();
+    std::shared_ptr<SampleRepositoryGuard> m_repositoryGuard =
+        std::make_shared<SampleRepositoryGuard>();
     NotificationCenter m_notificationCenter{};
     SampleGitService m_git{};
     GitWorker m_gitWorker;
