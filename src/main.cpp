@@ -1,6 +1,7 @@
 #include "app/OrbiskApp.h"
 #include "git/GitEnvironment.h"
 #include "platform/jobs/RunQueue.h"
+#include "platform/log/SystemLog.h"
 #include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
 
@@ -161,6 +162,7 @@ int runApplication(int argc, char **argv, const QString &folder)
 
 int main(int argc, char **argv)
 {
+    const vantrel::SystemLog systemLog;
     // Before a window system is needed, so that both work anywhere.
     const Request request = readArguments(argumentList(argc, argv));
     if (request.exitStatus) {

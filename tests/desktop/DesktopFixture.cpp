@@ -4,6 +4,7 @@
 #include "platform/UserDefaults.h"
 
 #include <QCoreApplication>
+#include <QDBusConnectionInterface>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QProcess>
@@ -91,7 +92,34 @@ void DesktopFixture::TearDown()
     pressKey(u"ctrl+q"_s);
     const ProcessRun ended = m_application->waitForEnd(int(limit.count()));
     EXPECT_EQ(ended.exitCode, 0);
-    EXPECT_EQ(ended.errors.toStdString(), "");
+    EXPECT_EQ(ended.errors.toStdString(), m_awaitedErrors.toStdString());
+}
+
+void DesktopFixture::startKeyring()
+{
+    // A second daemon beside the first may not find what that one has.
+    if (QDBusConnection::sessionBus().interface()->isServiceRegistered(
+            u"org.freedesktop.secrets"_s)) {
+        return;
+    }
+    QDir().mkpath(qEnvironmentVariable("XDG_DATA_HOME") + u"/keyrings"_s);
+    QProcess daemon;
+    daemon.start(u"gnome-keyring-daemon"_s, {u"--unlock"_s, u"--components=secrets"_s});
+    daemon.write("test");
+    daemon.closeWriteChannel();
+    ASSERT_TRUE(daemon.waitForFinished());
+    ASSERT_EQ(QProcess::execute(u"gdbus"_s, {u"wait"_s, u"--session"_s, u"--timeout"_s, u"60"_s,
+                                             u"org.freedesktop.secrets"_s}),
+              0);
+}
+
+void DesktopFixture::writePreferences(const QString &baseURL) const
+{
+    UserDefaults defaults(folder() + u"/com.orbisk.app"_s);
+    ASSERT_TRUE(defaults.setText(u"aiProvider"_s, u"custom"_s));
+    ASSERT_TRUE(defaults.setText(u"aiBaseURL"_s, baseURL));
+    ASSERT_TRUE(defaults.setText(u"aiModel"_s, u"sample"_s));
+    ASSERT_TRUE(defaults.setBoolean(u"keychainAccessNotice.hasAcknowledged"_s, true));
 }
 
 QList<ShownItem> DesktopFixture::await(const QList<Sought> &sought)
@@ -132,6 +160,13 @@ void DesktopFixture::awaitText(const QString &fieldName, const QString &text)
           }}});
 }
 
+void DesktopFixture::awaitErrors(const QByteArray &errors)
+{
+    m_awaitedErrors = errors;
+    awaitScreen(u"words to standard error: "_s + QString::fromUtf8(errors),
+                [&](const QList<ShownItem> &) { return m_application->errorsSoFar() == errors; });
+}
+
 QList<ShownItem> DesktopFixture::awaitScreen(const QString &what, const Reached &isReached)
 {
     const QDeadlineTimer deadline(limit);
@@ -163,17 +198,8 @@ void DesktopFixture::act(const Sought &sought, const QString &action)
 void ReviewFixture::SetUp()
 {
     const QString repository = makeDemoRepository(folder());
-    writePreferences();
+    writePreferences(m_provider.baseURL());
     start({repository}, QProcessEnvironment::systemEnvironment());
-}
-
-void ReviewFixture::writePreferences()
-{
-    UserDefaults defaults(folder() + u"/com.orbisk.app"_s);
-    ASSERT_TRUE(defaults.setText(u"aiProvider"_s, u"custom"_s));
-    ASSERT_TRUE(defaults.setText(u"aiBaseURL"_s, m_provider.baseURL()));
-    ASSERT_TRUE(defaults.setText(u"aiModel"_s, u"sample"_s));
-    ASSERT_TRUE(defaults.setBoolean(u"keychainAccessNotice.hasAcknowledged"_s, true));
 }
 
 } // namespace vantrel::test

@@ -36,8 +36,15 @@ struct Sought
 class DesktopFixture : public testing::Test
 {
 protected:
-    /// Quits the application by the keyboard; it must end well and without a word.
+    /// Quits the application by the keyboard; it must end well, and without a word to standard
+    /// error but those that were awaited.
     void TearDown() override;
+
+    /// Sees to an unlocked keyring on the session bus. Before the application is started.
+    static void startKeyring();
+
+    /// Makes the provider at this address the one that the application is set up for.
+    void writePreferences(const QString &baseURL) const;
 
     /// Starts the application with preferences in `folder()`, and waits for its window.
     void start(const QStringList &arguments, QProcessEnvironment environment);
@@ -51,6 +58,9 @@ protected:
 
     /// Waits until the field of this name holds this text.
     void awaitText(const QString &fieldName, const QString &text);
+
+    /// Waits until the application has written this to standard error.
+    void awaitErrors(const QByteArray &errors);
 
     [[nodiscard]] QString folder() const { return m_folder.path(); }
     [[nodiscard]] static QString keychainService()
@@ -69,6 +79,7 @@ private:
 
     QTemporaryDir m_folder{};
     int m_recorded = 0;
+    QByteArray m_awaitedErrors{};
     std::optional<ChildProcess> m_application{};
     ScreenReader m_reader{};
 };
@@ -82,8 +93,6 @@ protected:
     [[nodiscard]] QString repositoryName() const { return QStringLiteral("ledger-api"); }
 
 private:
-    void writePreferences();
-
     SampleProvider m_provider{};
 };
 

@@ -10,7 +10,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -66,19 +65,6 @@ protected:
     ScriptedServer m_site{};
 
 private:
-    void startKeyring()
-    {
-        QDir().mkpath(qEnvironmentVariable("XDG_DATA_HOME") + u"/keyrings"_s);
-        QProcess daemon;
-        daemon.start(u"gnome-keyring-daemon"_s, {u"--unlock"_s, u"--components=secrets"_s});
-        daemon.write("test");
-        daemon.closeWriteChannel();
-        ASSERT_TRUE(daemon.waitForFinished());
-        ASSERT_EQ(QProcess::execute(u"gdbus"_s, {u"wait"_s, u"--session"_s, u"--timeout"_s, u"60"_s,
-                                                 u"org.freedesktop.secrets"_s}),
-                  0);
-    }
-
     void writeBrowser()
     {
         QDir(folder()).mkdir(u"bin"_s);

@@ -98,6 +98,13 @@ void ChildProcess::closeInput()
     }
 }
 
+QByteArray ChildProcess::errorsSoFar() const
+{
+    // By a handle of its own, since the other's place in the file is the process's too.
+    QFile errors(m_errors.fileName());
+    return errors.open(QIODevice::ReadOnly) ? errors.readAll() : QByteArray();
+}
+
 ProcessRun ChildProcess::waitForEnd(int limitSeconds)
 {
     ProcessRun result;

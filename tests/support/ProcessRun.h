@@ -34,6 +34,9 @@ public:
     void write(const QByteArray &input);
     void closeInput();
 
+    /// What it has written to standard error so far.
+    [[nodiscard]] QByteArray errorsSoFar() const;
+
     /// Waits for the end. A process that takes longer than `limitSeconds` counts as hanging.
     [[nodiscard]] ProcessRun waitForEnd(int limitSeconds = 20);
 
