@@ -66,11 +66,9 @@ private:
             return "HTTP/1.1 500 " + words.first(200) + "\r\n\r\n" + whole;
         }
         const QString part = question->isStreamed ? u"delta"_s : u"message"_s;
-        const QJsonObject choice{
-            {part, QJsonObject{{u"content"_s, sample::answerTo(*question)}}}};
-        const QByteArray reply =
-            QJsonDocument(QJsonObject{{u"choices"_s, QJsonArray{choice}}}).toJson(
-                QJsonDocument::Compact);
+        const QJsonObject choice{{part, QJsonObject{{u"content"_s, sample::answerTo(*question)}}}};
+        const QByteArray reply = QJsonDocument(QJsonObject{{u"choices"_s, QJsonArray{choice}}})
+                                     .toJson(QJsonDocument::Compact);
         return "HTTP/1.1 200 OK\r\n\r\n" +
                (question->isStreamed ? "data: " + reply + "\n\ndata: [DONE]\n\n" : reply);
     }
@@ -107,10 +105,11 @@ TEST_F(Diagnostics, AFailedRefreshOfQuestionsIsLoggedWithoutKeyPromptOrCode)
     press(named(u"push button"_s, u"What could break?"_s));
 
     // Nothing else: of all that was sent, and came back, no word is in the log.
-    awaitErrors("vantrel: SuggestedQuestions: Suggestion refresh failed; keeping the previous chips: "
-                "The AI provider is having trouble (status 500). Try again shortly.\n");
-    for (const QByteArray &sent :
-         {key.toUtf8(), QByteArray("You suggest follow-up questions"), QByteArray("kRefreshTimeout")}) {
+    awaitErrors(
+        "vantrel: SuggestedQuestions: Suggestion refresh failed; keeping the previous chips: "
+        "The AI provider is having trouble (status 500). Try again shortly.\n");
+    for (const QByteArray &sent : {key.toUtf8(), QByteArray("You suggest follow-up questions"),
+                                   QByteArray("kRefreshTimeout")}) {
         EXPECT_TRUE(m_provider.failedRequest().contains(sent)) << sent.toStdString();
     }
 }

@@ -24,6 +24,12 @@ TEST(LogText, LineFeedsAndTabsAreWrittenOut)
     EXPECT_EQ(logText(u"one\ntwo\r\n\tthree"_s), u"one\\ntwo\\u{d}\\n\\tthree"_s);
 }
 
+TEST(LogText, LineFeedsAtTheEndAreLeftOut)
+{
+    EXPECT_EQ(logText(u"one\n\ntwo\n\n"_s), u"one\\n\\ntwo"_s);
+    EXPECT_EQ(logText(u"\n"_s), QString());
+}
+
 TEST(LogText, WhatSteersATerminalIsWrittenOut)
 {
     const QString clearing = u"\x1b[2J and \u009b2J, \x07, \x7f"_s;
@@ -77,6 +83,7 @@ TEST(LogLine, NamesTheWholeCategoryOfAnother)
 TEST(LogLine, LeavesOutTheCategoryThatTellsNothing)
 {
     EXPECT_EQ(lineOf("default", u"a word"_s), "vantrel: a word\n");
+    EXPECT_EQ(lineOf(QByteArray(), u"a word"_s), "vantrel: a word\n");
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 //              a warning in no category
 //   odd        a message that holds what no line should
 //   flood N    N messages, "message 1" and so on
+//   exit       ends at once, as a library does
 //   wait       prints "waiting", and waits for the end of standard input
 
 #include "platform/log/SystemLog.h"
@@ -13,6 +14,7 @@
 #include <QStringList>
 
 #include <cstdio>
+#include <cstdlib>
 #include <sys/resource.h>
 
 namespace {
@@ -49,6 +51,8 @@ void carryOut(QStringList steps)
             for (int i = 1; i <= count; ++i) {
                 qCInfo(probeLog, "message %d", i);
             }
+        } else if (step == "exit"_L1) {
+            std::exit(0);
         } else if (step == "wait"_L1) {
             std::puts("waiting");
             std::fflush(stdout);
@@ -67,7 +71,7 @@ int main(int argc, char **argv)
     // A fatal message is to leave nothing behind.
     const rlimit noCore{0, 0};
     ::setrlimit(RLIMIT_CORE, &noCore);
-    const vantrel::SystemLog systemLog;
+    vantrel::logToSystem();
     QStringList steps;
     for (int i = 1; i < argc; ++i) {
         steps.append(QString::fromLocal8Bit(argv[i]));

@@ -130,8 +130,8 @@ TEST_F(SystemLogTest, ATerminalGetsTheLineAndTheJournalNothing)
 {
     const QString quoted = u"'"_s + withJournal({u"info"_s, u"seen"_s}).join(u"' '"_s) + u"'"_s;
 
-    const ProcessRun ended = run(
-        u"script"_s, {u"--quiet"_s, u"--return"_s, u"--command"_s, quoted, u"/dev/null"_s});
+    const ProcessRun ended =
+        run(u"script"_s, {u"--quiet"_s, u"--return"_s, u"--command"_s, quoted, u"/dev/null"_s});
 
     EXPECT_EQ(ended.exitCode, 0);
     EXPECT_EQ(ended.output, "vantrel: Probe: seen\r\n");
@@ -168,8 +168,8 @@ TEST_F(SystemLogTest, WithoutAJournalThereIsStandardError)
 
 TEST_F(SystemLogTest, TheTypeOfAMessageIsItsPriority)
 {
-    const ProcessRun ended = runWords(withJournal({u"debug"_s, u"d"_s, u"info"_s, u"i"_s,
-                                                   u"warning"_s, u"w"_s, u"critical"_s, u"c"_s}));
+    const ProcessRun ended = runWords(withJournal(
+        {u"debug"_s, u"d"_s, u"info"_s, u"i"_s, u"warning"_s, u"w"_s, u"critical"_s, u"c"_s}));
 
     EXPECT_EQ(ended.exitCode, 0);
     for (const QByteArray priority : {"7", "6", "4", "3"}) {
@@ -212,6 +212,15 @@ TEST_F(SystemLogTest, AFatalMessageIsWrittenBeforeTheProcessAborts)
     EXPECT_EQ(m_journal.next().value_or(Fields()).value("PRIORITY"), "2");
 }
 
+TEST_F(SystemLogTest, WhatWasLoggedBeforeAnExitIsWritten)
+{
+    const ProcessRun ended = runWords(withJournal({u"info"_s, u"last"_s, u"exit"_s}));
+
+    EXPECT_EQ(ended.exitCode, 0);
+    EXPECT_EQ(ended.errors, "vantrel: Probe: last\n");
+    expectMessages({"last"});
+}
+
 TEST_F(SystemLogTest, AJournalThatReadsNothingHoldsNobodyUp)
 {
     const ProcessRun ended = runWords(withJournal({u"flood"_s, u"5000"_s}));
@@ -224,8 +233,7 @@ TEST_F(SystemLogTest, WhatAJournalCouldNotTakeInTimeIsCounted)
     constexpr int count = 5'000;
     std::array<int, 2> output{};
     ASSERT_EQ(::pipe2(output.data(), O_CLOEXEC), 0);
-    const QStringList words =
-        withJournal({u"flood"_s, QString::number(count), u"wait"_s});
+    const QStringList words = withJournal({u"flood"_s, QString::number(count), u"wait"_s});
     ChildProcess probe(words.first(), words.mid(1), QProcessEnvironment::systemEnvironment(),
                        output[1]);
     ::close(output[1]);

@@ -44,8 +44,12 @@ qsizetype shownLength(const QString &message)
 
 } // namespace
 
-QString logText(const QString &message)
+QString logText(const QString &fullMessage)
 {
+    QString message = fullMessage;
+    while (message.endsWith(u'\n')) {
+        message.chop(1);
+    }
     const qsizetype length = shownLength(message);
     QString text;
     text.reserve(length);
@@ -81,7 +85,7 @@ QByteArray logLine(const LogEntry &entry)
     const QByteArray own = ownCategory(entry);
     if (!own.isEmpty()) {
         line += own + ": ";
-    } else if (entry.category != "default") {
+    } else if (!entry.category.isEmpty() && entry.category != "default") {
         line += entry.category + ": ";
     }
     return line + entry.message.toUtf8() + '\n';

@@ -15,7 +15,8 @@ inline constexpr char logSubsystem[] = "com.orbisk.app";
 
 /// `message` as one line that can be shown anywhere, of 4,096 characters at most. Messages may hold
 /// text from outside: whatever would begin a line, steer a terminal or turn the direction of the
-/// text, and halves of surrogate pairs, are written out as `\n` or `\u{1b}`. Thread: any.
+/// text, and halves of surrogate pairs, are written out as `\n` or `\u{1b}`; line feeds at the end
+/// are left out. Thread: any.
 [[nodiscard]] QString logText(const QString &message);
 
 /// The category's name within this application's subsystem; empty for a category of another's.

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <csignal>
+#include <cstdlib>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -59,7 +60,8 @@ public:
     void waitUntilWritten()
     {
         std::unique_lock lock(m_mutex);
-        m_changed.wait_for(lock, writingLimit, [this] { return m_waiting.empty() && !m_isWriting; });
+        m_changed.wait_for(lock, writingLimit,
+                           [this] { return m_waiting.empty() && !m_isWriting; });
     }
 
 private:
@@ -117,15 +119,12 @@ void startWriting()
 
 } // namespace
 
-SystemLog::SystemLog()
+void logToSystem()
 {
     startWriting();
     qInstallMessageHandler(handleMessage);
-}
-
-SystemLog::~SystemLog()
-{
-    backlog().waitUntilWritten();
+    // Not at the end of `main`: Qt exits by itself when the display has gone.
+    std::atexit([] { backlog().waitUntilWritten(); });
 }
 
 } // namespace vantrel

@@ -69,8 +69,8 @@ bool sendToJournal(const LogEntry &entry)
 }
 
 /// A terminal is for whoever sits there. Where standard error leads to the journal, the entries go
-/// there with their fields instead of as lines. Anything else, a file or a pipe, gets lines, and the
-/// journal the entries too.
+/// there with their fields instead of as lines. Anything else, a file or a pipe, gets lines, and
+/// the journal the entries too.
 class JournalSink final : public LogSink
 {
 public:
