@@ -1,9 +1,11 @@
 #include "app/OrbiskApp.h"
 #include "git/GitEnvironment.h"
+#include "platform/instance/ApplicationInstance.h"
 #include "platform/jobs/RunQueue.h"
 #include "platform/log/SystemLog.h"
 #include "views/MainWindow.h"
 #include "views/SystemAppearance.h"
+#include "views/WindowActivation.h"
 
 #include <QCommandLineParser>
 #include <QDesktopServices>
@@ -89,6 +91,43 @@ Request readArguments(const QStringList &arguments)
     return {folders.value(0), std::nullopt};
 }
 
+/// Whether the person's own preferences, keys or sign-in are to be left alone, so that this start
+/// is not for the application that runs.
+bool isTrial()
+{
+    return !qEnvironmentVariableIsEmpty("VANTREL_KEYCHAIN_SERVICE") ||
+           !qEnvironmentVariableIsEmpty("VANTREL_OPENROUTER_ADDRESS");
+}
+
+/// What a start with this folder asks for. Before Qt takes the desktop's words for itself.
+vantrel::StartRequest startRequest(const QString &folder)
+{
+    vantrel::StartRequest request;
+    if (!folder.isEmpty()) {
+        request.folder = QUrl::fromLocalFile(QFileInfo(folder).absoluteFilePath());
+    }
+    request.activationToken = qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    request.startupId = qEnvironmentVariable("DESKTOP_STARTUP_ID");
+    return request;
+}
+
+/// Hands the request to the application that runs; nothing when that is this process.
+std::optional<int> exitStatusOfStart(vantrel::ApplicationInstance &instance,
+                                     const vantrel::StartRequest &request)
+{
+    using Start = vantrel::ApplicationInstance::Start;
+    switch (instance.start(request)) {
+    case Start::first:
+        return std::nullopt;
+    case Start::handedOver:
+        return 0;
+    case Start::unanswered:
+        std::fputs("vantrel: the application runs already, but does not answer\n", stderr);
+        return 1;
+    }
+    Q_UNREACHABLE();
+}
+
 /// The person's own places, but for a keychain service that a trial run names, so that it cannot
 /// touch the person's keys.
 vantrel::OrbiskApp::Places places()
@@ -125,13 +164,19 @@ QStringList argumentList(int argc, char **argv)
     return arguments;
 }
 
-int runApplication(int argc, char **argv, const QString &folder)
+int runApplication(int argc, char **argv, const vantrel::StartRequest &request)
 {
     const QGuiApplication application(argc, argv);
     QCoreApplication::setApplicationName(u"vantrel"_s);
     QGuiApplication::setApplicationDisplayName(u"Vantrel"_s);
     QGuiApplication::setDesktopFileName(u"com.orbisk.app"_s);
     vantrel::RunQueue::interfaceThread();
+    const auto instance = vantrel::systemInstance();
+    if (!isTrial()) {
+        if (const auto exitStatus = exitStatusOfStart(*instance, request)) {
+            return *exitStatus;
+        }
+    }
     if (!qEnvironmentVariableIsSet("QT_QUICK_BACKEND") && !hasHardwareOpenGl()) {
         QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     }
@@ -139,10 +184,7 @@ int runApplication(int argc, char **argv, const QString &folder)
     QQuickWindow *mainWindow = nullptr;
     vantrel::OrbiskApp::Desktop desktop;
     desktop.openURL = [](const QUrl &url) { return QDesktopServices::openUrl(url); };
-    desktop.activateApp = [&mainWindow] {
-        mainWindow->raise();
-        mainWindow->requestActivate();
-    };
+    desktop.activateApp = [&mainWindow] { vantrel::activateWindow(*mainWindow); };
     vantrel::OrbiskApp app(places(), desktop);
     vantrel::SystemAppearance appearance(app.appearanceController());
     const vantrel::MainWindow window(app.rootViewModel(), appearance);
@@ -151,10 +193,17 @@ int runApplication(int argc, char **argv, const QString &folder)
         std::fputs("vantrel: the window could not be made\n", stderr);
         return 1;
     }
-    if (!folder.isEmpty()) {
-        const QString path = QFileInfo(folder).absoluteFilePath();
-        app.rootViewModel().openFolder(QUrl::fromLocalFile(path));
-    }
+    const auto openFolder = [&app](const vantrel::StartRequest &asked) {
+        if (!asked.folder.isEmpty()) {
+            app.rootViewModel().openFolderInTurn(asked.folder);
+        }
+    };
+    openFolder(request);
+    QObject::connect(instance.get(), &vantrel::ApplicationInstance::requested, mainWindow,
+                     [&](const vantrel::StartRequest &asked) {
+                         openFolder(asked);
+                         vantrel::activateWindow(*mainWindow, asked);
+                     });
     return QGuiApplication::exec();
 }
 
@@ -162,7 +211,7 @@ int runApplication(int argc, char **argv, const QString &folder)
 
 int main(int argc, char **argv)
 {
-    const vantrel::SystemLog systemLog;
+    vantrel::logToSystem();
     // Before a window system is needed, so that both work anywhere.
     const Request request = readArguments(argumentList(argc, argv));
     if (request.exitStatus) {
@@ -170,5 +219,5 @@ int main(int argc, char **argv)
     }
     vantrel::pinGitEnvironment();
     returnLargeBlocks();
-    return runApplication(argc, argv, request.folder);
+    return runApplication(argc, argv, startRequest(request.folder));
 }

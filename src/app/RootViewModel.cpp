@@ -34,6 +34,9 @@ RootViewModel::RootViewModel(const ReviewServices &services,
     , m_picker(std::move(recentReposStore), std::move(repositoryGuard), services.coordinator)
 {
     connect(&services.coordinator, &AppCoordinator::routeChanged, this, &RootViewModel::showRoute);
+    connect(&setup, &AISetupSheet::viewModelChanged, this, &RootViewModel::openWaitingFolder);
+    connect(&services.keychainAccessNotice, &KeychainAccessNotice::isShowingNoticeChanged, this,
+            &RootViewModel::openWaitingFolder);
     showRoute();
 }
 
@@ -43,6 +46,22 @@ void RootViewModel::openFolder(const QUrl &folder)
 {
     VANTREL_ASSERT_UI_THREAD();
     m_picker.openFolder(folder);
+}
+
+void RootViewModel::openFolderInTurn(const QUrl &folder)
+{
+    VANTREL_ASSERT_UI_THREAD();
+    m_waitingFolder = folder;
+    openWaitingFolder();
+}
+
+void RootViewModel::openWaitingFolder()
+{
+    const bool isScreenInFront =
+        m_setup.viewModel() == nullptr && !keychainAccessNotice()->isShowingNotice();
+    if (m_waitingFolder && isScreenInFront) {
+        openFolder(*std::exchange(m_waitingFolder, std::nullopt));
+    }
 }
 
 void RootViewModel::showRoute()

@@ -14,6 +14,7 @@
 #include <QUrl>
 
 #include <memory>
+#include <optional>
 
 namespace vantrel {
 
@@ -71,11 +72,17 @@ public:
     /// As the picker's.
     Q_INVOKABLE void openFolder(const QUrl &folder);
 
+    /// The same for a folder that was chosen outside the window: it waits while the setup or the
+    /// keychain notice lies over the screen, as the person cannot choose one then either. Of
+    /// several that wait the last one is opened.
+    void openFolderInTurn(const QUrl &folder);
+
 Q_SIGNALS:
     void screenChanged();
 
 private:
     void showRoute();
+    void openWaitingFolder();
 
     ReviewServices m_services;
     SettingsViewModel &m_settings;
@@ -84,6 +91,7 @@ private:
     FileListViewModel *m_fileList = nullptr; ///< A child of this object, as the next.
     DiffViewModel *m_diff = nullptr;
     PickerViewModel m_picker;
+    std::optional<QUrl> m_waitingFolder{};
 };
 
 } // namespace vantrel

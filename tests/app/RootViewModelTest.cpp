@@ -226,6 +226,51 @@ TEST_F(RootViewModelTest, AFolderCanBeOpenedOverAnotherRepository)
     EXPECT_EQ(root->diff(), nullptr);
 }
 
+TEST_F(RootViewModelTest, AFolderFromOutsideIsOpenedAtOnceWhenTheScreenIsInFront)
+{
+    root->openFolderInTurn(QUrl::fromLocalFile(makeRepository(u"meadow"_s)));
+
+    EXPECT_TRUE(root->picker()->isOpening());
+}
+
+TEST_F(RootViewModelTest, AFolderFromOutsideWaitsForTheEndOfTheSetup)
+{
+    services.setup.open();
+
+    root->openFolderInTurn(QUrl::fromLocalFile(makeRepository(u"orchard"_s)));
+    root->openFolderInTurn(QUrl::fromLocalFile(makeRepository(u"meadow"_s)));
+    EXPECT_FALSE(root->picker()->isOpening());
+    services.setup.close();
+    runUntil([this] { return !root->picker()->isOpening(); });
+
+    EXPECT_EQ(services.coordinator.repositoryName(), u"meadow"_s);
+}
+
+TEST_F(RootViewModelTest, AFolderFromOutsideWaitsForTheKeychainNotice)
+{
+    services.notice.setIsShowingNotice(true);
+
+    root->openFolderInTurn(QUrl::fromLocalFile(makeRepository(u"meadow"_s)));
+    EXPECT_FALSE(root->picker()->isOpening());
+    services.notice.acknowledge();
+    runUntil([this] { return !root->picker()->isOpening(); });
+
+    EXPECT_EQ(services.coordinator.repositoryName(), u"meadow"_s);
+}
+
+TEST_F(RootViewModelTest, AFolderThatWaitedIsOpenedOnce)
+{
+    services.setup.open();
+    root->openFolderInTurn(QUrl::fromLocalFile(makeRepository(u"meadow"_s)));
+    services.setup.close();
+    runUntil([this] { return !root->picker()->isOpening(); });
+
+    services.setup.open();
+    services.setup.close();
+
+    EXPECT_FALSE(root->picker()->isOpening());
+}
+
 TEST_F(RootViewModelTest, ReturningToThePickerLoadsTheRecentRepositoriesAgain)
 {
     services.coordinator.openRepository(sampleRepo(u"orchard"_s));

@@ -71,13 +71,20 @@ Sought selected(const Sought &sought)
             [=](const ShownItem &item) { return sought.isIt(item) && item.isSelected(); }};
 }
 
-void DesktopFixture::start(const QStringList &arguments, QProcessEnvironment environment)
+QProcessEnvironment DesktopFixture::onDisplay(QProcessEnvironment environment) const
 {
     environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.path());
-    environment.insert(u"VANTREL_KEYCHAIN_SERVICE"_s, keychainService());
+    if (!environment.contains(u"VANTREL_KEYCHAIN_SERVICE"_s)) {
+        environment.insert(u"VANTREL_KEYCHAIN_SERVICE"_s, keychainService());
+    }
     environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
     environment.insert(u"QT_LINUX_ACCESSIBILITY_ALWAYS_ON"_s, u"1"_s);
-    m_application.emplace(QString::fromUtf8(VANTREL), arguments, environment);
+    return environment;
+}
+
+void DesktopFixture::start(const QStringList &arguments, const QProcessEnvironment &environment)
+{
+    m_application.emplace(QString::fromUtf8(VANTREL), arguments, onDisplay(environment));
     await({named(u"frame"_s, u"Reviewer"_s)});
     activateWindow(u"Reviewer"_s);
     await({{u"the active window"_s,
@@ -163,8 +170,13 @@ void DesktopFixture::awaitText(const QString &fieldName, const QString &text)
 void DesktopFixture::awaitErrors(const QByteArray &errors)
 {
     m_awaitedErrors = errors;
-    awaitScreen(u"words to standard error: "_s + QString::fromUtf8(errors),
-                [&](const QList<ShownItem> &) { return m_application->errorsSoFar() == errors; });
+    awaitThat(u"words to standard error: "_s + QString::fromUtf8(errors),
+              [&] { return m_application->errorsSoFar() == errors; });
+}
+
+void DesktopFixture::awaitThat(const QString &what, const std::function<bool()> &isSo)
+{
+    awaitScreen(what, [&](const QList<ShownItem> &) { return isSo(); });
 }
 
 QList<ShownItem> DesktopFixture::awaitScreen(const QString &what, const Reached &isReached)

@@ -47,7 +47,11 @@ protected:
     void writePreferences(const QString &baseURL) const;
 
     /// Starts the application with preferences in `folder()`, and waits for its window.
-    void start(const QStringList &arguments, QProcessEnvironment environment);
+    void start(const QStringList &arguments, const QProcessEnvironment &environment);
+
+    /// The environment of an application with preferences in `folder()`. Unless it names another
+    /// keychain service, that is a trial's.
+    [[nodiscard]] QProcessEnvironment onDisplay(QProcessEnvironment environment) const;
 
     /// Waits until all of these are shown. Gives everything that then is, in reading order.
     QList<ShownItem> await(const QList<Sought> &sought);
@@ -62,6 +66,10 @@ protected:
     /// Waits until the application has written this to standard error.
     void awaitErrors(const QByteArray &errors);
 
+    /// Waits until this is so; `what` is for the message of a failure.
+    void awaitThat(const QString &what, const std::function<bool()> &isSo);
+
+    [[nodiscard]] ChildProcess &application() { return *m_application; }
     [[nodiscard]] QString folder() const { return m_folder.path(); }
     [[nodiscard]] static QString keychainService()
     {

@@ -105,6 +105,13 @@ QByteArray ChildProcess::errorsSoFar() const
     return errors.open(QIODevice::ReadOnly) ? errors.readAll() : QByteArray();
 }
 
+bool ChildProcess::hasEnded() const
+{
+    siginfo_t info{};
+    ::waitid(P_PID, id_t(m_process), &info, WEXITED | WNOHANG | WNOWAIT);
+    return info.si_pid == m_process;
+}
+
 ProcessRun ChildProcess::waitForEnd(int limitSeconds)
 {
     ProcessRun result;

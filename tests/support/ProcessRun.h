@@ -37,6 +37,8 @@ public:
     /// What it has written to standard error so far.
     [[nodiscard]] QByteArray errorsSoFar() const;
 
+    [[nodiscard]] bool hasEnded() const;
+
     /// Waits for the end. A process that takes longer than `limitSeconds` counts as hanging.
     [[nodiscard]] ProcessRun waitForEnd(int limitSeconds = 20);
 

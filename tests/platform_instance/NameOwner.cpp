@@ -1,0 +1,44 @@
+#include "platform_instance/NameOwner.h"
+
+#include <gtest/gtest.h>
+
+#include <QDBusConnectionInterface>
+
+namespace vantrel::test {
+
+using namespace Qt::Literals::StringLiterals;
+
+NameOwner::NameOwner(const QString &label, Manner manner)
+    : m_label(label)
+    , m_manner(manner)
+    , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, label))
+{
+    EXPECT_TRUE(m_bus.registerObject(u"/com/orbisk/app"_s, this, QDBusConnection::ExportAllSlots));
+    EXPECT_TRUE(m_bus.interface()
+                    ->registerService(u"com.orbisk.app"_s, QDBusConnectionInterface::QueueService)
+                    .isValid());
+}
+
+void NameOwner::leave()
+{
+    m_bus = QDBusConnection(QString());
+    QDBusConnection::disconnectFromBus(m_label);
+}
+
+void NameOwner::Open(const QStringList &uris, const QVariantMap &)
+{
+    m_asked += uris;
+    onRequest();
+    switch (m_manner) {
+    case Manner::answer:
+        break;
+    case Manner::refuse:
+        sendErrorReply(QDBusError::Failed, u"not now"_s);
+        break;
+    case Manner::stayQuiet:
+        setDelayedReply(true);
+        break;
+    }
+}
+
+} // namespace vantrel::test
