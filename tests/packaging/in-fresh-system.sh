@@ -65,8 +65,9 @@ faults=$(man --warnings=w --local-file "$root/usr/share/man/man1/vantrel.1.gz" 2
 [ -z "$faults" ] || fail "the manual has faults: $faults"
 pass "desktop entry, metainfo and manual are valid"
 
-# --- Use, by somebody who is not root and whom both systems know. The display and the buses are this system's, so that nothing
-# is in the fresh one but what the package brought; their sockets lie in folders that both have.
+# --- Use, by somebody who is not root and whom both systems know. The display and the buses are those
+# of this system, so that nothing is in the fresh one but what the package brought; their sockets lie
+# in folders that both have.
 chmod 755 "$shared"
 mkdir "$shared/home" "$shared/tools" "$shared/displays" "$shared/root"
 cp "$tests/support/with-desktop.sh" "$tests/support/private-session.sh" \
