@@ -1,11 +1,11 @@
-// Listing a repository, beside a bare loop that starts the same git processes in turn and throws
-// their output away: what is more than that is ours. The two take turns command by command, since
-// on a busy machine nothing that lies seconds apart can be compared.
+// Opening and listing a repository, beside a bare loop that starts the same git processes in turn
+// and throws their output away: what is more than that is ours. The two take turns command by
+// command, since on a busy machine nothing that lies seconds apart can be compared.
 
 #include "git/FileSystemReader.h"
 #include "git/GitEnvironment.h"
 #include "git/GitService.h"
-#include "git/ProcessRunner.h"
+#include "git/RepositoryGuard.h"
 #include "support/TemporaryRepository.h"
 
 #include <benchmark/benchmark.h>
@@ -142,8 +142,9 @@ Cost costOf(Action action)
 class ComparingRunner final : public ProcessRunning
 {
 public:
-    explicit ComparingRunner(const QString &folder)
-        : m_bare(folder)
+    ComparingRunner(const ProcessRunning &runner, const QString &folder)
+        : m_runner(runner)
+        , m_bare(folder)
     {}
 
     [[nodiscard]] Result<TextSlice, ProcessFailure>
@@ -183,7 +184,7 @@ private:
         });
     }
 
-    ProcessRunner m_runner;
+    const ProcessRunning &m_runner;
     BareSpawn m_bare;
     mutable Cost m_bareCost{};
     mutable Cost m_comparisonCost{};
@@ -199,12 +200,14 @@ void BM_ChangedFiles(benchmark::State &state)
     Cost bare{};
 
     for (auto _ : state) {
-        const ComparingRunner runner(repository->path());
+        RepositoryGuard guard;
+        const ComparingRunner runner(guard, repository->path());
         GitService service(runner, reader);
         qsizetype fileCount = 0;
         listing = costOf([&] {
+            const bool isInspected = guard.inspect(repository->root()).has_value();
             const auto files = service.changedFiles(repository->root(), ListingControl());
-            fileCount = files ? files->size() : 0;
+            fileCount = isInspected && files ? files->size() : 0;
         });
         if (fileCount != state.range(0) + state.range(1) || runner.hasFailed()) {
             state.SkipWithError("a command failed");

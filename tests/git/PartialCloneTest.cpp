@@ -67,6 +67,51 @@ TEST_F(PartialClone, WouldBeCompletedByGitAlone)
     EXPECT_EQ(marks(), QStringList{u"server"_s});
 }
 
+/// What the configuration of a remote makes git run when it fetches.
+struct FetchProgram
+{
+    const char *name;
+    const char *key;
+    QString url{};
+};
+
+class FetchOfAPartialClone : public PartialClone, public testing::WithParamInterface<FetchProgram>
+{
+protected:
+    FetchOfAPartialClone()
+    {
+        m_repository.link(u"../git-remote-trap"_s, QFile::encodeName(trap(u"program"_s)));
+        qputenv("PATH", QFile::encodeName(m_repository.pathOutside({})) + ':' + qgetenv("PATH"));
+        inClone({u"config"_s, QString::fromLatin1(GetParam().key), trap(u"program"_s)});
+        inClone({u"config"_s, u"protocol.allow"_s, u"always"_s});
+        inClone({u"config"_s, u"remote.origin.url"_s, GetParam().url});
+    }
+};
+
+TEST_P(FetchOfAPartialClone, RunsNothing)
+{
+    EXPECT_FALSE(changedFilesOfClone());
+    EXPECT_EQ(marks(), QStringList());
+}
+
+TEST_P(FetchOfAPartialClone, WouldRunTheProgramByGitAlone)
+{
+    qunsetenv("GIT_NO_LAZY_FETCH");
+    qunsetenv("GIT_ALLOW_PROTOCOL");
+    qunsetenv("GIT_SSH_COMMAND");
+
+    EXPECT_FALSE(changedFilesOfClone());
+    EXPECT_EQ(marks(), QStringList{u"program"_s});
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    All, FetchOfAPartialClone,
+    testing::Values(FetchProgram{"Ssh", "core.sshCommand", u"ssh://example.invalid/r"_s},
+                    FetchProgram{"Proxy", "core.gitProxy", u"git://example.invalid/r"_s},
+                    FetchProgram{"Helper", "x.unused", u"trap::r"_s},
+                    FetchProgram{"Command", "x.unused", u"ext::git-remote-trap"_s}),
+    [](const auto &program) { return std::string(program.param.name); });
+
 TEST_F(PartialClone, ThatHasTheContentsIsListed)
 {
     inClone({u"checkout"_s, u"--quiet"_s, u"--force"_s, u"main"_s});

@@ -3,8 +3,9 @@
 #include "ListingSamples.h"
 #include "TrapTest.h"
 
-#include <QDir>
 #include <QFile>
+
+#include <thread>
 
 namespace vantrel {
 namespace {
@@ -192,6 +193,21 @@ TEST_F(RepositoryGuardTest, AConfigurationThatCannotBeReadFailsWithGitsWords)
     ASSERT_NE(found.error().serviceError(), nullptr);
     EXPECT_EQ(found.error().serviceError()->message.section(u'\n', 0, 0),
               u"fatal: bad config line 1 in file .git/config"_s);
+}
+
+TEST_F(RepositoryGuardTest, InspectsWhileAnotherThreadLists)
+{
+    configure(u"diff.external"_s, trap(u"external"_s));
+    Listing listing;
+
+    std::thread lister([&] { listing = changedFiles(); });
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(inspect(), programs({}));
+    }
+    lister.join();
+
+    EXPECT_EQ(listing, oneLineChanged());
+    EXPECT_EQ(marks(), QStringList());
 }
 
 /// Counts what is run as "git".

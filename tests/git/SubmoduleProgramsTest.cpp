@@ -62,6 +62,18 @@ TEST_F(SubmodulePrograms, AreRunByGitAlone)
     EXPECT_EQ(marks(), QStringList{u"filter"_s});
 }
 
+TEST_F(SubmodulePrograms, AMonitorOfASubmoduleIsNotRun)
+{
+    addSubmodule({}, u"sub"_s);
+    m_repository.commitAll();
+    m_repository.git({u"-C"_s, u"sub"_s, u"config"_s, u"core.fsmonitor"_s, trap(u"monitor"_s)});
+    m_repository.write(u"sub/f"_s, "two\n");
+
+    EXPECT_TRUE(changedFiles());
+    EXPECT_EQ(found(), QList<RepositoryProgram>());
+    EXPECT_EQ(marks(), QStringList());
+}
+
 TEST_F(SubmodulePrograms, AreNamedInASubmoduleOfASubmodule)
 {
     addSubmodule({}, u"sub"_s);

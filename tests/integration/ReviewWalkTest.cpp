@@ -180,5 +180,72 @@ TEST_F(ReviewWalk, LeavesTheRepositoryAsItWas)
     EXPECT_EQ(snapshot(), before);
 }
 
+/// The sample repository with programs in its configuration, each of which would leave a mark.
+class TrappedReviewWalk : public ReviewWalkFixture
+{
+protected:
+    void startTrapped()
+    {
+        start(m_provider.baseURL());
+        openRepository();
+        m_filesBefore = described(root().fileList()->files());
+        root().fileList()->goBack();
+        configure(u"diff.external"_s, u"touch '%1'; :"_s.arg(mark(u"diff"_s)));
+        configure(u"filter.all.clean"_s, u"touch '%1'; cat"_s.arg(mark(u"filter"_s)));
+        QFile attributes(m_repository + u"/.git/info/attributes"_s);
+        ASSERT_TRUE(attributes.open(QFile::WriteOnly));
+        attributes.write("* filter=all\n");
+    }
+
+    void chooseFolder()
+    {
+        root().openFolder(QUrl::fromLocalFile(m_repository));
+        spinUntil([this] { return root().picker()->isAsking(); });
+    }
+
+    [[nodiscard]] QString mark(const QString &name) const { return m_marks.filePath(name); }
+
+    [[nodiscard]] QStringList marks() const
+    {
+        return QDir(m_marks.path()).entryList(QDir::Files, QDir::Name);
+    }
+
+    const SampleProvider m_provider{};
+    QTemporaryDir m_marks{};
+    QStringList m_filesBefore{};
+
+private:
+    void configure(const QString &key, const QString &value) const
+    {
+        ASSERT_EQ(run(u"git"_s, {u"-C"_s, m_repository, u"config"_s, key, value}).exitCode, 0);
+    }
+};
+
+TEST_F(TrappedReviewWalk, ARepositoryWithAFilterIsNotReadBeforeTheAnswer)
+{
+    startTrapped();
+
+    chooseFolder();
+    root().picker()->cancelOpening();
+
+    EXPECT_EQ(root().fileList(), nullptr);
+    EXPECT_EQ(marks(), QStringList());
+}
+
+TEST_F(TrappedReviewWalk, OnceItIsAllowedTheChangesAreTheSameAndNothingElseHasRun)
+{
+    startTrapped();
+
+    chooseFolder();
+    root().picker()->openAnyway();
+    spinUntil([this] { return root().fileList() != nullptr; });
+    root().fileList()->load();
+    spinUntil([this] { return !root().fileList()->isLoading(); });
+
+    EXPECT_EQ(root().fileList()->errorMessage(), QString());
+    EXPECT_EQ(described(root().fileList()->files()), m_filesBefore);
+    EXPECT_EQ(marks(), QStringList{u"filter"_s});
+}
+
 } // namespace
 } // namespace vantrel::test
