@@ -59,8 +59,11 @@ void RootViewModel::openWaitingFolder()
 {
     const bool isScreenInFront =
         m_setup.viewModel() == nullptr && !keychainAccessNotice()->isShowingNotice();
-    if (m_waitingFolder && isScreenInFront) {
-        openFolder(*std::exchange(m_waitingFolder, std::nullopt));
+    if (!isScreenInFront) {
+        return;
+    }
+    if (const std::optional<QUrl> folder = std::exchange(m_waitingFolder, std::nullopt)) {
+        openFolder(*folder);
     }
 }
 

@@ -43,23 +43,30 @@ void ProgramsQuestionPresenter::setPicker(PickerViewModel *picker)
     Q_EMIT changed();
 }
 
+std::optional<PickerViewModel::Question> ProgramsQuestionPresenter::question() const
+{
+    return m_picker ? m_picker->question() : std::nullopt;
+}
+
 QString ProgramsQuestionPresenter::message() const
 {
-    if (!m_picker || !m_picker->question()) {
+    const auto asked = question();
+    if (!asked) {
         return {};
     }
     return tr("To read the changes of “%1”, git would run these commands, which come with the "
               "repository.")
-        .arg(visible(m_picker->question()->repositoryName));
+        .arg(visible(asked->repositoryName));
 }
 
 QString ProgramsQuestionPresenter::commands() const
 {
-    if (!m_picker || !m_picker->question()) {
+    const auto asked = question();
+    if (!asked) {
         return {};
     }
     QStringList lines;
-    for (const RepositoryProgram &program : m_picker->question()->programs) {
+    for (const RepositoryProgram &program : asked->programs) {
         lines.append(visible(program));
     }
     return shownText(lines.join(u'\n'));

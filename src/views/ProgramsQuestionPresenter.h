@@ -7,6 +7,8 @@
 #include <QString>
 #include <qqml.h>
 
+#include <optional>
+
 namespace vantrel {
 
 /// The words of the question before a repository is opened that makes git run programs. Nothing of
@@ -34,6 +36,8 @@ Q_SIGNALS:
     void changed();
 
 private:
+    [[nodiscard]] std::optional<PickerViewModel::Question> question() const;
+
     QPointer<PickerViewModel> m_picker{};
 };
 

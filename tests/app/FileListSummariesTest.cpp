@@ -1,5 +1,7 @@
 #include "FileListViewModelFixture.h"
 
+#include <algorithm>
+
 namespace vantrel::test {
 namespace {
 
@@ -41,6 +43,11 @@ protected:
         QObject::connect(viewModel.get(), &FileListViewModel::summaryChanged, viewModel.get(),
                          [this](int row) { services.log.append(u"summaryChanged %1"_s.arg(row)); });
         load(shown, mainBranch);
+        // The first hunk is explained in advance, once a worker has gone through the change set.
+        if (std::any_of(shown.cbegin(), shown.cend(),
+                        [](const FileChange &file) { return !file.hunks.isEmpty(); })) {
+            runUntil([this] { return !services.ai.explanations.empty(); });
+        }
         newEntries();
     }
 

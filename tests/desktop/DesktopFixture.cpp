@@ -169,9 +169,9 @@ void DesktopFixture::awaitText(const QString &fieldName, const QString &text)
 
 void DesktopFixture::awaitErrors(const QByteArray &errors)
 {
-    m_awaitedErrors = errors;
+    m_awaitedErrors += errors;
     awaitThat(u"words to standard error: "_s + QString::fromUtf8(errors),
-              [&] { return m_application->errorsSoFar() == errors; });
+              [&] { return m_application->errorsSoFar() == m_awaitedErrors; });
 }
 
 void DesktopFixture::awaitThat(const QString &what, const std::function<bool()> &isSo)

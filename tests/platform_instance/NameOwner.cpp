@@ -8,12 +8,18 @@ namespace vantrel::test {
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+const QString path = QStringLiteral("/com/orbisk/app");
+
+} // namespace
+
 NameOwner::NameOwner(const QString &label, Manner manner)
     : m_label(label)
     , m_manner(manner)
     , m_bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, label))
 {
-    EXPECT_TRUE(m_bus.registerObject(u"/com/orbisk/app"_s, this, QDBusConnection::ExportAllSlots));
+    EXPECT_TRUE(m_bus.registerObject(path, this, QDBusConnection::ExportAllSlots));
     EXPECT_TRUE(m_bus.interface()
                     ->registerService(u"com.orbisk.app"_s, QDBusConnectionInterface::QueueService)
                     .isValid());
@@ -21,6 +27,8 @@ NameOwner::NameOwner(const QString &label, Manner manner)
 
 void NameOwner::leave()
 {
+    // The connection ends on a thread of its own, where it would look for this object.
+    m_bus.unregisterObject(path);
     m_bus = QDBusConnection(QString());
     QDBusConnection::disconnectFromBus(m_label);
 }
