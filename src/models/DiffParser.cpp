@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 namespace vantrel {
 
@@ -39,11 +40,28 @@ std::int64_t startOf(QByteArrayView range)
     return isNumber ? start : 0;
 }
 
-/// A list of exactly these lines, which are moved out; `lines` is empty again and keeps its room. A
-/// listing holds its lines for long, so they keep no room to grow, and the next hunk grows into the
-/// room of the last one.
+/// From so many lines on a hunk is long: its lines are not copied where that can be avoided.
+constexpr qsizetype longHunk = 4096;
+
+/// Makes room for another line. A long hunk gets room for as many as `left` bytes hold if they are
+/// like the `read` bytes of it before, so that its list is filled to near its end and can be kept.
+void makeRoom(QList<RawDiffLine> &lines, qsizetype read, qsizetype left)
+{
+    if (lines.size() < longHunk || lines.size() < lines.capacity()) {
+        return;
+    }
+    const double expected = double(lines.size()) * (1 + double(left) / double(read));
+    // By half at least: texts whose lines get ever shorter are read in linear time, too.
+    lines.reserve(qMax(qsizetype(expected * 1.02), lines.size() + lines.size() / 2));
+}
+
+/// A list of the lines, which are moved out. A listing holds its lines for long, so they keep
+/// little room to grow; `lines` is empty again and keeps its room where it can, for the next hunk.
 QList<RawDiffLine> takeLines(QList<RawDiffLine> &lines)
 {
+    if (lines.size() >= longHunk && lines.capacity() - lines.size() <= lines.size() / 16) {
+        return std::exchange(lines, {});
+    }
     QList<RawDiffLine> taken(std::make_move_iterator(lines.begin()),
                              std::make_move_iterator(lines.end()));
     lines.clear();
@@ -58,6 +76,7 @@ QList<RawHunk> parseUnifiedDiff(const TextSlice &diff)
     TextSliceCutter cutter(diff);
     QList<RawHunk> hunks;
     QList<RawDiffLine> lines; // Of the last hunk.
+    qsizetype bodyStart = 0;  // Of the last hunk.
     for (qsizetype position = 0; position < text.size();) {
         const qsizetype end = lineEnd(text, position);
         const char first = text[position];
@@ -68,10 +87,12 @@ QList<RawHunk> parseUnifiedDiff(const TextSlice &diff)
             const HunkStarts starts = parseHunkHeader(text.sliced(position, end - position));
             hunks.append(RawHunk{
                 cutter.cut(position, end - position), starts.oldStart, starts.newStart, {}});
+            bodyStart = end;
         } else if (!hunks.isEmpty() && (first == '+' || first == '-' || first == ' ')) {
             const RawLineKind kind = first == '+'   ? RawLineKind::addition
                                      : first == '-' ? RawLineKind::deletion
                                                     : RawLineKind::context;
+            makeRoom(lines, position - bodyStart, text.size() - position);
             lines.append(RawDiffLine{kind, cutter.cut(position + 1, end - position - 1)});
         }
         position = end + 1;

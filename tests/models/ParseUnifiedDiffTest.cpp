@@ -163,6 +163,35 @@ TEST(ParseUnifiedDiff, LinesLieInTheBytesOfTheDiff)
     EXPECT_EQ(hunks[0].lines[1].text.utf8().data(), text.utf8().data() + 16);
 }
 
+TEST(ParseUnifiedDiff, LongHunksOfUnevenLinesAreWholeAndHoldLittleRoom)
+{
+    // What room a hunk needs cannot be told from its beginning: lines that get shorter, a hunk that
+    // is followed by a longer one, and by short ones.
+    QByteArray text;
+    QList<QByteArrayList> bodies;
+    for (const int lineCount : {20'000, 90'000, 5'000, 3}) {
+        QByteArrayList lines;
+        for (int number = 0; number < lineCount; ++number) {
+            lines.append(QByteArray::number(number) +
+                         QByteArray(number < lineCount / 4 ? 200 : number % 3, 'x'));
+        }
+        text += "@@ -0,0 +1 @@\n+" + lines.join("\n+") + '\n';
+        bodies.append(lines);
+    }
+
+    const QList<RawHunk> hunks = parseUnifiedDiff(slice(text));
+
+    ASSERT_EQ(hunks.size(), bodies.size());
+    for (qsizetype index = 0; index < hunks.size(); ++index) {
+        const QList<RawDiffLine> &lines = hunks[index].lines;
+        ASSERT_EQ(lines.size(), bodies[index].size());
+        for (qsizetype line = 0; line < lines.size(); ++line) {
+            ASSERT_EQ(lines[line].text.utf8(), bodies[index][line]);
+        }
+        EXPECT_LE(lines.capacity() - lines.size(), lines.size() / 16);
+    }
+}
+
 TEST(ParseUnifiedDiff, FinishedHunksHoldNoRoomToGrow)
 {
     const QByteArray body = QByteArray("+line\n").repeated(1000);
