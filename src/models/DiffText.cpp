@@ -3,32 +3,12 @@
 #include "models/FileChange.h"
 #include "models/Hunk.h"
 
-#include <QByteArray>
+#include <QString>
+#include <QStringDecoder>
 
 namespace vantrel {
 
 namespace {
-
-/// Collects prefixed lines, joined by line feeds.
-class PrefixedLines
-{
-public:
-    void append(char prefix, const TextSlice &text)
-    {
-        if (!m_isFirst) {
-            m_bytes.append('\n');
-        }
-        m_isFirst = false;
-        m_bytes.append(prefix);
-        m_bytes.append(text.utf8());
-    }
-
-    [[nodiscard]] QString text() const { return QString::fromUtf8(m_bytes); }
-
-private:
-    QByteArray m_bytes;
-    bool m_isFirst = true;
-};
 
 char prefix(RawLineKind kind)
 {
@@ -43,34 +23,66 @@ char prefix(RawLineKind kind)
     Q_UNREACHABLE();
 }
 
+/// Calls its argument for each line of the hunks, in order, with the line's prefix and text.
+template<typename LineVisitor>
+void visitLines(const FileChange &file, const LineVisitor &visit)
+{
+    for (const RawHunk &hunk : file.hunks) {
+        for (const RawDiffLine &line : hunk.lines) {
+            visit(prefix(line.kind), line.text);
+        }
+    }
+}
+
+template<typename LineVisitor>
+void visitLines(const Hunk &hunk, const LineVisitor &visit)
+{
+    for (const DiffRow &row : hunk.rows) {
+        if (row.left.kind == DiffLineKind::deletion) {
+            visit('-', row.left.text);
+        }
+        if (row.right.kind == DiffLineKind::addition) {
+            visit('+', row.right.text);
+        }
+        if (row.left.kind == DiffLineKind::context) {
+            visit(' ', row.left.text);
+        }
+    }
+}
+
+/// The prefixed lines, joined by line feeds. The text may be as large as the change set: it is
+/// written where it stays, without a copy of its bytes beside it.
+template<typename Source>
+QString joinedLines(const Source &source)
+{
+    qsizetype bytes = 0;
+    visitLines(source, [&](char, const TextSlice &text) { bytes += 2 + text.utf8().size(); });
+
+    // No byte of UTF-8 becomes more than one unit of UTF-16.
+    QString joined(bytes, Qt::Uninitialized);
+    QChar *end = joined.data();
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless |
+                                                     QStringDecoder::Flag::ConvertInitialBom);
+    visitLines(source, [&](char prefix, const TextSlice &text) {
+        *end++ = QLatin1Char(prefix);
+        end = decoder.appendToBuffer(end, text.utf8());
+        *end++ = u'\n';
+    });
+    const qsizetype written = end - joined.constData();
+    joined.truncate(qMax(written - 1, qsizetype(0)));
+    return joined;
+}
+
 } // namespace
 
 QString fileDiffText(const FileChange &file)
 {
-    PrefixedLines lines;
-    for (const RawHunk &hunk : file.hunks) {
-        for (const RawDiffLine &line : hunk.lines) {
-            lines.append(prefix(line.kind), line.text);
-        }
-    }
-    return lines.text();
+    return joinedLines(file);
 }
 
 QString hunkDiffText(const Hunk &hunk)
 {
-    PrefixedLines lines;
-    for (const DiffRow &row : hunk.rows) {
-        if (row.left.kind == DiffLineKind::deletion) {
-            lines.append('-', row.left.text);
-        }
-        if (row.right.kind == DiffLineKind::addition) {
-            lines.append('+', row.right.text);
-        }
-        if (row.left.kind == DiffLineKind::context) {
-            lines.append(' ', row.left.text);
-        }
-    }
-    return lines.text();
+    return joinedLines(hunk);
 }
 
 } // namespace vantrel

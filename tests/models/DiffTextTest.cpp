@@ -61,6 +61,24 @@ TEST(FileDiffText, KeepsTheOrderOfTheDiff)
     EXPECT_EQ(fileDiffText(fileOf({hunk})), u"-a\n-b\n+A\n+B"_s);
 }
 
+TEST(FileDiffText, ALineIsReadByItself)
+{
+    // Each ends within a character, and would swallow the line feed or the next line's beginning.
+    const RawHunk hunk{slice("@@ -1 +1,3 @@"),
+                       1,
+                       1,
+                       {addition("a\xf0\x9f"), addition("\x91\x8d"), addition("👍 é 日"),
+                        addition("\xef\xbb\xbfx")}};
+
+    const QString text = fileDiffText(fileOf({hunk}));
+
+    const QStringList lines = text.split(u'\n');
+    ASSERT_EQ(lines.size(), 4);
+    for (qsizetype index = 0; index < lines.size(); ++index) {
+        EXPECT_EQ(lines[index], u'+' + hunk.lines[index].text.toString());
+    }
+}
+
 TEST(HunkDiffText, ARowsDeletionStandsBeforeItsAddition)
 {
     const Hunk hunk =
