@@ -2,8 +2,6 @@
 
 #include "ai/HunkExplanationStreamParser.h"
 
-#include <QStringList>
-
 namespace vantrel::prompts {
 
 using namespace Qt::Literals::StringLiterals;
@@ -67,7 +65,7 @@ QString suggestions()
            "so far rather than repeating what's already been asked or answered."_s;
 }
 
-QString followUp(const QString &path, const QString &hunkText)
+QStringList followUp(const QString &path, const QString &hunkText)
 {
     const QString prompt =
         u"You are answering follow-up questions about one specific hunk of a git diff. "
@@ -77,12 +75,12 @@ QString followUp(const QString &path, const QString &hunkText)
         "the question.\n"
         "\n"
         "File: "_s;
-    return prompt + path + u"\n\nHunk:\n"_s + hunkText;
+    return {prompt + path + u"\n\nHunk:\n"_s, hunkText};
 }
 
-QString fileSummaryMessage(const QString &path, const QString &diffText)
+QStringList fileSummaryMessage(const QString &path, const QString &diffText)
 {
-    return u"File: "_s + path + u"\n\nDiff:\n"_s + diffText;
+    return {u"File: "_s + path + u"\n\nDiff:\n"_s, diffText};
 }
 
 QString fullPictureMessage(const QList<ChangesetEntry> &entries)
@@ -94,28 +92,28 @@ QString fullPictureMessage(const QList<ChangesetEntry> &entries)
     return u"Here are all the changed files in this review:\n\n"_s + files.join(u"\n\n---\n\n"_s);
 }
 
-QString hunkExplanationMessage(const QString &path, const QString &hunkText,
-                               const QString &fullPicture)
+QStringList hunkExplanationMessage(const QString &path, const QString &hunkText,
+                                   const QString &fullPicture)
 {
-    QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s + hunkText;
+    const QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s;
     if (fullPicture.isEmpty()) {
-        return hunk;
+        return {hunk, hunkText};
     }
-    return u"Full picture of this review:\n"_s + fullPicture + u"\n\n"_s + hunk;
+    return {u"Full picture of this review:\n"_s + fullPicture + u"\n\n"_s + hunk, hunkText};
 }
 
-QString suggestionsMessage(const QString &path, const QString &hunkText,
-                           const QList<ChatMessage> &conversation)
+QStringList suggestionsMessage(const QString &path, const QString &hunkText,
+                               const QList<ChatMessage> &conversation)
 {
-    QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s + hunkText;
+    const QString hunk = u"File: "_s + path + u"\n\nHunk:\n"_s;
     if (conversation.isEmpty()) {
-        return hunk;
+        return {hunk, hunkText};
     }
     QStringList lines;
     for (const ChatMessage &message : conversation) {
         lines.append(roleName(message.role) + u": "_s + message.text);
     }
-    return hunk + u"\n\nConversation so far:\n"_s + lines.join(u'\n');
+    return {hunk, hunkText, u"\n\nConversation so far:\n"_s + lines.join(u'\n')};
 }
 
 QString roleName(ChatMessage::Role role)

@@ -36,12 +36,11 @@ QString validText(const QString &text)
     return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
 }
 
-/// Appends a text as JSON piece by piece: a document would hold the whole text twice more, and the
-/// diff of a large file is many megabytes.
-void appendText(QByteArray &json, const QString &text)
+/// Appends what stands between the quotes of a JSON string, little by little: a document would hold
+/// the whole text twice more, and the diff of a large file is many megabytes.
+void appendCharacters(QByteArray &json, const QString &text)
 {
     constexpr qsizetype pieceLength = 65'536;
-    json += '"';
     for (qsizetype begin = 0; begin < text.size();) {
         qsizetype end = std::min(begin + pieceLength, text.size());
         if (end < text.size() && text.at(end).isLowSurrogate()) {
@@ -52,23 +51,47 @@ void appendText(QByteArray &json, const QString &text)
         json += QByteArrayView(array).sliced(2, array.size() - 4); // Without [" and "].
         begin = end;
     }
+}
+
+void appendString(QByteArray &json, const QStringList &pieces)
+{
     json += '"';
+    for (const QString &piece : pieces) {
+        appendCharacters(json, validText(piece));
+    }
+    json += '"';
+}
+
+/// Enough for the body of most requests. A body that grows step by step is copied, and may take
+/// twice its room.
+qsizetype expectedSize(const ChatCompletionRequest &request)
+{
+    constexpr qsizetype keys = 512;
+    qsizetype characters = keys;
+    for (const ChatMessagePayload &message : request.messages) {
+        for (const QString &piece : message.content) {
+            characters += piece.size();
+        }
+    }
+    return characters + characters / 8; // For escapes and what is not ASCII.
 }
 
 } // namespace
 
 QByteArray encodeRequest(const ChatCompletionRequest &request)
 {
-    QByteArray body = R"({"messages":[)";
+    QByteArray body;
+    body.reserve(expectedSize(request));
+    body += R"({"messages":[)";
     for (const ChatMessagePayload &message : request.messages) {
         body += body.endsWith('}') ? R"(,{"content":)" : R"({"content":)";
-        appendText(body, validText(message.content));
+        appendString(body, message.content);
         body += R"(,"role":)";
-        appendText(body, message.role);
+        appendString(body, {message.role});
         body += '}';
     }
     body += R"(],"model":)";
-    appendText(body, request.model);
+    appendString(body, {request.model});
     body += request.stream ? R"(,"stream":true})" : R"(,"stream":false})";
     return body;
 }

@@ -4,6 +4,7 @@
 #include <QByteArrayView>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -13,7 +14,7 @@ namespace vantrel {
 struct ChatMessagePayload
 {
     QString role{};
-    QString content{};
+    QStringList content{}; ///< The text in pieces, so that a huge diff is not copied for it.
 
     bool operator==(const ChatMessagePayload &) const = default;
 };

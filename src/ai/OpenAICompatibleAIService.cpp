@@ -53,14 +53,16 @@ bool isLarge(const ChatCompletionRequest &request)
 {
     qsizetype characters = 0;
     for (const ChatMessagePayload &message : request.messages) {
-        characters += message.content.size();
+        for (const QString &piece : message.content) {
+            characters += piece.size();
+        }
     }
     return characters >= largeRequest;
 }
 
-QList<ChatMessagePayload> systemAndUser(const QString &system, const QString &user)
+QList<ChatMessagePayload> systemAndUser(const QString &system, const QStringList &user)
 {
-    return {ChatMessagePayload{u"system"_s, system}, ChatMessagePayload{u"user"_s, user}};
+    return {ChatMessagePayload{u"system"_s, {system}}, ChatMessagePayload{u"user"_s, user}};
 }
 
 } // namespace
@@ -223,7 +225,7 @@ OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
     }
     ChatCompletionRequest body;
     body.model = config->model;
-    body.messages = messages;
+    body.messages = std::move(messages);
     body.stream = stream;
     HttpRequest request;
     request.url = config->url;
@@ -232,7 +234,7 @@ OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
     if (const std::optional<QString> &key = config->apiKey) {
         request.headers.emplaceBack("Authorization", "Bearer " + key->toUtf8());
     }
-    auto encoded = encode(body);
+    auto encoded = encode(std::move(body));
     request.body = co_await std::move(encoded);
     request.timeout = requestTimeout;
 
@@ -246,11 +248,10 @@ OpenAICompatibleAIService::send(QList<ChatMessagePayload> messages, bool stream)
     co_return std::move(*response);
 }
 
-Task<Result<QString, AIFailure>> OpenAICompatibleAIService::complete(QString systemPrompt,
-                                                                     QString userMessage)
+Task<Result<QString, AIFailure>> OpenAICompatibleAIService::ask(QList<ChatMessagePayload> messages)
 {
-    const QList<ChatMessagePayload> messages = systemAndUser(systemPrompt, userMessage);
-    auto response = co_await send(messages, false);
+    auto sending = send(std::move(messages), false);
+    auto response = co_await std::move(sending);
     if (!response) {
         co_return failure(response.error());
     }
@@ -268,11 +269,18 @@ Task<Result<QString, AIFailure>> OpenAICompatibleAIService::complete(QString sys
     co_return *content;
 }
 
+Task<Result<QString, AIFailure>> OpenAICompatibleAIService::complete(QString systemPrompt,
+                                                                     QString userMessage)
+{
+    return ask(systemAndUser(systemPrompt, {userMessage}));
+}
+
 Task<Result<QString, AIFailure>> OpenAICompatibleAIService::summarizeFile(QString path,
                                                                           QString diffText)
 {
-    const QString message = prompts::fileSummaryMessage(path, diffText);
-    const auto reply = co_await complete(prompts::fileSummary(), message);
+    auto request =
+        ask(systemAndUser(prompts::fileSummary(), prompts::fileSummaryMessage(path, diffText)));
+    const auto reply = co_await std::move(request);
     if (!reply) {
         co_return failure(reply.error());
     }
@@ -281,7 +289,8 @@ Task<Result<QString, AIFailure>> OpenAICompatibleAIService::summarizeFile(QStrin
 
 TextStream OpenAICompatibleAIService::streamCompletion(QList<ChatMessagePayload> messages)
 {
-    auto response = co_await send(messages, true);
+    auto sending = send(std::move(messages), true);
+    auto response = co_await std::move(sending);
     if (!response) {
         TextStream::Item error = failure(response.error());
         co_yield std::move(error);
@@ -309,8 +318,8 @@ TextStream OpenAICompatibleAIService::streamCompletion(QList<ChatMessagePayload>
 ExplanationStream OpenAICompatibleAIService::explainHunk(QString path, QString hunkText,
                                                          QString fullPicture)
 {
-    const QString message = prompts::hunkExplanationMessage(path, hunkText, fullPicture);
-    TextStream deltas = streamCompletion(systemAndUser(prompts::hunkExplanation(), message));
+    TextStream deltas = streamCompletion(systemAndUser(
+        prompts::hunkExplanation(), prompts::hunkExplanationMessage(path, hunkText, fullPicture)));
     HunkExplanationStreamParser parser;
     while (const auto delta = co_await deltas.next()) {
         if (!*delta) {
@@ -343,7 +352,7 @@ TextStream OpenAICompatibleAIService::chatAboutHunk(QString path, QString hunkTe
     QList<ChatMessagePayload> messages;
     messages.append(ChatMessagePayload{u"system"_s, prompts::followUp(path, hunkText)});
     for (const ChatMessage &message : conversation) {
-        messages.append(ChatMessagePayload{prompts::roleName(message.role), message.text});
+        messages.append(ChatMessagePayload{prompts::roleName(message.role), {message.text}});
     }
     return streamCompletion(std::move(messages));
 }
@@ -352,8 +361,9 @@ Task<Result<QStringList, AIFailure>>
 OpenAICompatibleAIService::suggestQuestions(QString path, QString hunkText,
                                             QList<ChatMessage> conversation)
 {
-    const QString message = prompts::suggestionsMessage(path, hunkText, conversation);
-    const auto reply = co_await complete(prompts::suggestions(), message);
+    auto request = ask(systemAndUser(prompts::suggestions(),
+                                     prompts::suggestionsMessage(path, hunkText, conversation)));
+    const auto reply = co_await std::move(request);
     if (!reply) {
         co_return failure(reply.error());
     }

@@ -77,6 +77,7 @@ private:
     Task<std::optional<QString>> apiKey(AIProvider provider);
     Task<std::optional<QString>> readKey(AIProvider provider, int generation);
     Task<QByteArray> encode(ChatCompletionRequest request);
+    Task<Result<QString, AIFailure>> ask(QList<ChatMessagePayload> messages);
     Task<Result<HttpResponse, AIFailure>> send(QList<ChatMessagePayload> messages, bool stream);
 
     HttpLoading &m_session;

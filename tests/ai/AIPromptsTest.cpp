@@ -64,7 +64,7 @@ TEST(AIPrompts, TheHunkExplanationPromptIsWordForWord)
 
 TEST(AIPrompts, TheFollowUpPromptIsWordForWordAndNamesTheHunk)
 {
-    EXPECT_EQ(prompts::followUp(u"src/a.cpp"_s, u"-a\n+b"_s).toUtf8(),
+    EXPECT_EQ(prompts::followUp(u"src/a.cpp"_s, u"-a\n+b"_s).join(QString()).toUtf8(),
               "You are answering follow-up questions about one specific hunk of a git diff. "
               "Stay focused on this hunk's intent, risk, and testing. Answer in 2-4 sentences "
               "by default; only go longer if the user explicitly asks for more detail, a list, "
@@ -89,7 +89,7 @@ TEST(AIPrompts, TheSuggestionPromptIsWordForWord)
 
 TEST(AIPrompts, TheFileSummaryMessageHoldsPathAndUnchangedDiff)
 {
-    EXPECT_EQ(prompts::fileSummaryMessage(u"src/ä b.cpp"_s, u"  -a\n+b \n"_s),
+    EXPECT_EQ(prompts::fileSummaryMessage(u"src/ä b.cpp"_s, u"  -a\n+b \n"_s).join(QString()),
               u"File: src/ä b.cpp\n\nDiff:\n  -a\n+b \n"_s);
 }
 
@@ -110,25 +110,26 @@ TEST(AIPrompts, TheFullPictureMessageOfOneEntryHasNoSeparator)
 
 TEST(AIPrompts, TheHunkExplanationMessageBeginsWithTheFullPicture)
 {
-    EXPECT_EQ(prompts::hunkExplanationMessage(u"a.cpp"_s, u"+b"_s, u"It adds b."_s),
+    EXPECT_EQ(prompts::hunkExplanationMessage(u"a.cpp"_s, u"+b"_s, u"It adds b."_s).join(QString()),
               u"Full picture of this review:\nIt adds b.\n\nFile: a.cpp\n\nHunk:\n+b"_s);
 }
 
 TEST(AIPrompts, TheHunkExplanationMessageLeavesOutAnEmptyFullPicture)
 {
-    EXPECT_EQ(prompts::hunkExplanationMessage(u"a.cpp"_s, u"+b"_s, QString()),
+    EXPECT_EQ(prompts::hunkExplanationMessage(u"a.cpp"_s, u"+b"_s, QString()).join(QString()),
               u"File: a.cpp\n\nHunk:\n+b"_s);
 }
 
 TEST(AIPrompts, AFullPictureOfBlanksCountsAsPresent)
 {
-    EXPECT_EQ(prompts::hunkExplanationMessage(u"a.cpp"_s, u"+b"_s, u"  "_s),
+    EXPECT_EQ(prompts::hunkExplanationMessage(u"a.cpp"_s, u"+b"_s, u"  "_s).join(QString()),
               u"Full picture of this review:\n  \n\nFile: a.cpp\n\nHunk:\n+b"_s);
 }
 
 TEST(AIPrompts, TheSuggestionsMessageWithoutAConversationIsTheHunk)
 {
-    EXPECT_EQ(prompts::suggestionsMessage(u"a.cpp"_s, u"+b"_s, {}), u"File: a.cpp\n\nHunk:\n+b"_s);
+    EXPECT_EQ(prompts::suggestionsMessage(u"a.cpp"_s, u"+b"_s, {}).join(QString()),
+              u"File: a.cpp\n\nHunk:\n+b"_s);
 }
 
 TEST(AIPrompts, TheSuggestionsMessageListsTheConversation)
@@ -137,7 +138,7 @@ TEST(AIPrompts, TheSuggestionsMessageListsTheConversation)
                                           message(ChatMessage::Role::assistant, u"Because."_s),
                                           message(ChatMessage::Role::user, QString())};
 
-    EXPECT_EQ(prompts::suggestionsMessage(u"a.cpp"_s, u"+b"_s, conversation),
+    EXPECT_EQ(prompts::suggestionsMessage(u"a.cpp"_s, u"+b"_s, conversation).join(QString()),
               u"File: a.cpp\n\nHunk:\n+b\n\nConversation so far:\nuser: Why?\nHow?\n"
               "assistant: Because.\nuser: "_s);
 }

@@ -168,10 +168,11 @@ TEST_F(AIServiceRequestTest, AChatSendsTheHunkAndTheWholeConversation)
         waitFor(m_service.chatAboutHunk(m_path, m_hunk, {question, answer, question}));
 
     EXPECT_EQ(received.values, QStringList{u"Yes."_s});
-    EXPECT_EQ(sentBody(), body({message(u"system"_s, prompts::followUp(m_path, m_hunk)),
-                                message(u"user"_s, u" Why? "_s), message(u"assistant"_s, QString()),
-                                message(u"user"_s, u" Why? "_s)},
-                               true));
+    EXPECT_EQ(sentBody(),
+              body({message(u"system"_s, prompts::followUp(m_path, m_hunk).join(QString())),
+                    message(u"user"_s, u" Why? "_s), message(u"assistant"_s, QString()),
+                    message(u"user"_s, u" Why? "_s)},
+                   true));
 }
 
 TEST_F(AIServiceRequestTest, AnExplanationSendsTheFullPicture)

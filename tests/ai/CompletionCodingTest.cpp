@@ -15,8 +15,8 @@ ChatCompletionRequest requestWith(const QString &content)
 {
     ChatCompletionRequest request;
     request.model = u" gpt-6-luna "_s;
-    request.messages = {ChatMessagePayload{u"system"_s, u"Be brief."_s},
-                        ChatMessagePayload{u"user"_s, content}};
+    request.messages = {ChatMessagePayload{u"system"_s, {u"Be brief."_s}},
+                        ChatMessagePayload{u"user"_s, {content}}};
     request.stream = true;
     return request;
 }
@@ -47,6 +47,16 @@ TEST(EncodeRequest, ALongTextIsWhole)
     const QJsonObject body = QJsonDocument::fromJson(encodeRequest(requestWith(text))).object();
 
     EXPECT_EQ(body["messages"_L1][1]["content"_L1].toString(), text);
+}
+
+TEST(EncodeRequest, TheContentIsItsPiecesInOrder)
+{
+    ChatCompletionRequest request = requestWith(QString());
+    request.messages[1].content = {u"File: a\n"_s, QString(), u"\"-b\""_s, u"\n+ä"_s};
+
+    const QJsonObject body = QJsonDocument::fromJson(encodeRequest(request)).object();
+
+    EXPECT_EQ(body["messages"_L1][1]["content"_L1].toString(), u"File: a\n\"-b\"\n+ä"_s);
 }
 
 TEST(EncodeRequest, StreamIsFalseForASingleRequest)

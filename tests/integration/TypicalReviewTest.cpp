@@ -38,7 +38,7 @@ QJsonObject single(const QString &system, const QString &user)
 QJsonObject summaryRequest(const FileChange &file)
 {
     return single(prompts::fileSummary(),
-                  prompts::fileSummaryMessage(file.path, fileDiffText(file)));
+                  prompts::fileSummaryMessage(file.path, fileDiffText(file)).join(QString()));
 }
 
 /// The request for one hunk of the file.
@@ -46,8 +46,9 @@ QJsonObject explanationRequest(const FileChange &file, int hunkIndex, const QStr
 {
     const Hunk hunk = displayedHunks(file.hunks).at(hunkIndex);
     return body({message(u"system"_s, prompts::hunkExplanation()),
-                 message(u"user"_s, prompts::hunkExplanationMessage(file.path, hunkDiffText(hunk),
-                                                                    fullPicture))},
+                 message(u"user"_s,
+                         prompts::hunkExplanationMessage(file.path, hunkDiffText(hunk), fullPicture)
+                             .join(QString()))},
                 true);
 }
 
@@ -248,11 +249,11 @@ TEST_F(TypicalReview, AsksForEachThingOnceWithTheExpectedWords)
     EXPECT_EQ(chat.suggestedQuestions(),
               (QStringList{u"What could break?"_s, u"Who calls this?"_s}));
     const QList<QJsonObject> expectedChat{
-        body({message(u"system"_s, prompts::followUp(tokenStore, hunkText)),
+        body({message(u"system"_s, prompts::followUp(tokenStore, hunkText).join(QString())),
               message(u"user"_s, u"Why so early?"_s)},
              true),
         single(prompts::suggestions(),
-               prompts::suggestionsMessage(tokenStore, hunkText, conversation))};
+               prompts::suggestionsMessage(tokenStore, hunkText, conversation).join(QString()))};
     EXPECT_EQ(newBodies(2), expectedChat);
 
     // Stepping crosses the files in both directions.
