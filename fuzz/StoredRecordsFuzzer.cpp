@@ -7,8 +7,6 @@
 #include "models/RecentRepoCoding.h"
 #include "persistence/StoredRecords.h"
 
-#include <cstdint>
-
 namespace {
 
 template<typename Read>
@@ -22,10 +20,9 @@ void checkRoundTrip(const QByteArray &json, Read read)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    const QByteArray json(reinterpret_cast<const char *>(data), qsizetype(size));
+    const QByteArray json = input.toByteArray();
     checkRoundTrip(json, vantrel::persistedChatThreadFromJson);
     checkRoundTrip(json, vantrel::recentRepoFromJson);
-    return 0;
 }
