@@ -8,7 +8,6 @@
 #include "onboarding/CallbackRequest.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace {
 
@@ -25,21 +24,20 @@ void checkError(const QString &message)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    const auto request = vantrel::parseCallbackRequest(bytes);
-    const qsizetype headEnd = bytes.indexOf(vantrel::endOfHead);
+    const auto request = vantrel::parseCallbackRequest(input);
+    const qsizetype headEnd = input.indexOf(vantrel::endOfHead);
     check(headEnd >= 0 || !request, "a request has a whole head");
     if (headEnd >= 0) {
         const qsizetype length = headEnd + vantrel::endOfHead.size();
-        check(vantrel::parseCallbackRequest(bytes.first(length)) == request,
+        check(vantrel::parseCallbackRequest(input.first(length)) == request,
               "what follows the head changes nothing");
-        check(!vantrel::parseCallbackRequest(bytes.first(length - 1)),
+        check(!vantrel::parseCallbackRequest(input.first(length - 1)),
               "a head that is not whole is no request");
     }
     if (!request) {
-        return 0;
+        return;
     }
     const vantrel::CallbackAnswer answer = answerTo(*request, request->path);
     check(answer.outcome.has_value() == (answer.page != vantrel::CallbackPage::notFound),
@@ -49,5 +47,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     } else if (answer.outcome) {
         checkError(answer.outcome->error().message);
     }
-    return 0;
 }

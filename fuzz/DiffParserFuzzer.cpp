@@ -7,8 +7,6 @@
 #include "models/DiffParser.h"
 #include "models/RowAligner.h"
 
-#include <cstdint>
-
 using vantrel::DiffLine;
 using vantrel::DiffLineKind;
 using vantrel::DiffRow;
@@ -114,12 +112,12 @@ void checkRows(const RawHunk &hunk)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    const QByteArray bytes(reinterpret_cast<const char *>(data), qsizetype(size));
-    if (!bytes.isValidUtf8()) {
-        return 0; // Readers of files and processes let only valid text through.
+    if (!input.isValidUtf8()) {
+        return; // Readers of files and processes let only valid text through.
     }
+    const QByteArray bytes = input.toByteArray();
     const TextSlice text = TextSlice::fromUtf8(bytes);
 
     const QList<RawHunk> hunks = parseUnifiedDiff(text);
@@ -132,5 +130,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const RawHunk untracked = untrackedHunk(text);
     check(untracked == vantrel::fuzz::naiveUntrackedHunk(bytes), "the untracked hunk is the naive");
     checkRows(untracked);
-    return 0;
 }

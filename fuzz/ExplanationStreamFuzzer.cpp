@@ -1,6 +1,8 @@
 // However a reply is cut into deltas, its prose, the order of its events and its record are the
 // same, and no prose holds the delimiter.
 
+#include "FuzzCheck.h"
+
 #include "ai/HunkExplanationStreamParser.h"
 
 #include <QChar>
@@ -13,6 +15,7 @@
 namespace {
 
 using vantrel::HunkExplanationStreamEvent;
+using vantrel::fuzz::check;
 
 struct Parsed
 {
@@ -27,21 +30,17 @@ struct Parsed
 void add(Parsed &parsed, const QList<HunkExplanationStreamEvent> &events)
 {
     for (const HunkExplanationStreamEvent &event : events) {
-        if (parsed.completedCount > 0) {
-            qFatal("an event behind the record");
-        }
+        check(parsed.completedCount == 0, "no event follows the record");
         if (const auto *const delta = std::get_if<vantrel::ProseDelta>(&event)) {
-            if (parsed.isProseFinished || delta->text.isEmpty()) {
-                qFatal("prose behind its end, or none");
-            }
+            check(!parsed.isProseFinished && !delta->text.isEmpty(),
+                  "prose is never empty and never behind its end");
             parsed.prose += delta->text;
         } else if (const auto *const completed =
                        std::get_if<vantrel::ExplanationCompleted>(&event)) {
             parsed.record = completed->explanation;
             ++parsed.completedCount;
-        } else if (parsed.isProseFinished) {
-            qFatal("the prose ends twice");
         } else {
+            check(!parsed.isProseFinished, "the prose ends once");
             parsed.isProseFinished = true;
         }
     }
@@ -61,9 +60,7 @@ Parsed parse(const QString &reply, QByteArrayView cuts)
         position += length;
     }
     add(parsed, parser.finish());
-    if (!parsed.isProseFinished || parsed.completedCount != 1) {
-        qFatal("the prose or the record is missing");
-    }
+    check(parsed.isProseFinished && parsed.completedCount == 1, "the prose ends, a record comes");
     return parsed;
 }
 
@@ -90,30 +87,24 @@ bool isCutIndependent(const QString &reply)
 } // namespace
 
 /// The first byte says how many of the next are the lengths of the pieces; the rest is the reply.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    if (size == 0) {
-        return 0;
+    if (input.isEmpty()) {
+        return;
     }
-    const QByteArrayView input(data + 1, qsizetype(size) - 1);
-    const qsizetype cutCount = std::min<qsizetype>(data[0] % 16, input.size());
-    const QString reply = QString::fromUtf8(input.sliced(cutCount));
+    const QByteArrayView rest = input.sliced(1);
+    const qsizetype cutCount = std::min<qsizetype>(std::uint8_t(input[0]) % 16, rest.size());
+    const QByteArrayView cuts = rest.first(cutCount);
+    const QString reply = QString::fromUtf8(rest.sliced(cutCount));
     const char single = 0;
 
     const Parsed whole = parse(reply, {});
-    const Parsed cut = parse(reply, input.first(cutCount));
+    const Parsed cut = parse(reply, cuts);
     const Parsed units = parse(reply, QByteArrayView(&single, 1));
 
     if (isCutIndependent(reply)) {
-        if (cut != whole || units != whole) {
-            qFatal("another cut gave another explanation");
-        }
-        if (whole.prose.contains(vantrel::explanationDelimiter)) {
-            qFatal("the delimiter was shown");
-        }
-        if (!reply.startsWith(whole.prose)) {
-            qFatal("the prose is not the beginning of the reply");
-        }
+        check(cut == whole && units == whole, "another cut gives the same explanation");
+        check(!whole.prose.contains(vantrel::explanationDelimiter), "the delimiter is not shown");
+        check(reply.startsWith(whole.prose), "the prose is the beginning of the reply");
     }
-    return 0;
 }

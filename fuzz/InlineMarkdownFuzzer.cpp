@@ -5,8 +5,6 @@
 
 #include "views/InlineMarkdown.h"
 
-#include <cstdint>
-
 namespace {
 
 /// Whether the characters of `part` stand in this order in `whole`. Line feeds and blanks do not
@@ -28,9 +26,9 @@ bool isDrawnFrom(const QString &part, const QString &whole)
 
 } // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    const QString source = QString::fromUtf8(reinterpret_cast<const char *>(data), qsizetype(size));
+    const QString source = QString::fromUtf8(input);
     const vantrel::Prose prose = vantrel::inlineMarkdown(source);
     vantrel::fuzz::check(isDrawnFrom(prose.text, source), "only what was written is shown");
     qsizetype end = 0;
@@ -42,5 +40,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     vantrel::fuzz::check(source.contains(u'*') || source.contains(u'_') || source.contains(u'`') ||
                              source.contains(u"~~~") || prose.spans.isEmpty(),
                          "nothing without marks looks different");
-    return 0;
 }

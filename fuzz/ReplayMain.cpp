@@ -1,14 +1,13 @@
 // Runs a fuzzer over the files of its corpus, for builds without libFuzzer.
 
-#include <cstdint>
+#include "FuzzCheck.h"
+
 #include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <vector>
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
 int main(int argc, char **argv)
 {
@@ -18,8 +17,7 @@ int main(int argc, char **argv)
             for (const auto &entry : std::filesystem::directory_iterator(argv[i])) {
                 std::ifstream file(entry.path(), std::ios::binary);
                 const std::vector<char> bytes{std::istreambuf_iterator<char>(file), {}};
-                LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t *>(bytes.data()),
-                                       bytes.size());
+                vantrel::fuzz::tryInput(bytes);
                 ++count;
             }
         }

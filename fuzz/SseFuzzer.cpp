@@ -1,8 +1,8 @@
 // However an event stream is cut into blocks, it gives the same deltas, and none of them is empty.
 
-#include "ai/SseDeltaDecoder.h"
+#include "FuzzCheck.h"
 
-#include <QtGlobal>
+#include "ai/SseDeltaDecoder.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -38,23 +38,21 @@ Decoded decode(QByteArrayView stream, QByteArrayView cuts)
 } // namespace
 
 /// The first byte says how many of the next are the lengths of the pieces; the rest is the stream.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    if (size == 0) {
-        return 0;
+    if (input.isEmpty()) {
+        return;
     }
-    const QByteArrayView input(data + 1, qsizetype(size) - 1);
-    const qsizetype cutCount = std::min<qsizetype>(data[0] % 16, input.size());
-    const QByteArrayView stream = input.sliced(cutCount);
+    const QByteArrayView rest = input.sliced(1);
+    const qsizetype cutCount = std::min<qsizetype>(std::uint8_t(input[0]) % 16, rest.size());
+    const QByteArrayView cuts = rest.first(cutCount);
+    const QByteArrayView stream = rest.sliced(cutCount);
     const char single = 0;
 
     const Decoded whole = decode(stream, {});
-    if (decode(stream, input.first(cutCount)) != whole ||
-        decode(stream, QByteArrayView(&single, 1)) != whole) {
-        qFatal("another cut gave other deltas");
-    }
-    if (whole.deltas.contains(QString())) {
-        qFatal("an empty delta");
-    }
-    return 0;
+    check(decode(stream, cuts) == whole && decode(stream, QByteArrayView(&single, 1)) == whole,
+          "another cut gives the same deltas");
+    check(!whole.deltas.contains(QString()), "no delta is empty");
+    check(whole.deltas.join(QString()).size() <= stream.size(),
+          "deltas are no longer than they came");
 }

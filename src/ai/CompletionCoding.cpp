@@ -1,5 +1,8 @@
 #include "ai/CompletionCoding.h"
 
+#include "models/Utf8.h"
+#include "platform/JsonDocument.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -14,7 +17,7 @@ namespace {
 
 QJsonArray choicesOf(const QByteArray &json)
 {
-    return QJsonDocument::fromJson(json).object().value("choices"_L1).toArray();
+    return documentFromJson(json).object().value("choices"_L1).toArray();
 }
 
 bool isWholeChoice(const QJsonValue &choice)
@@ -33,7 +36,7 @@ bool isDeltaChoice(const QJsonValue &choice)
 /// which no strict server takes.
 QString validText(const QString &text)
 {
-    return text.isValidUtf16() ? text : QString::fromUtf8(text.toUtf8());
+    return text.isValidUtf16() ? text : textFromUtf8(text.toUtf8());
 }
 
 /// Appends what stands between the quotes of a JSON string, little by little: a document would hold

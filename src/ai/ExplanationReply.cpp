@@ -1,9 +1,9 @@
 #include "ai/ExplanationReply.h"
 
 #include "ai/ReplyCleaning.h"
+#include "platform/JsonDocument.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -42,7 +42,7 @@ QStringList stringList(const QJsonValue &value)
 std::optional<QJsonObject> decodeMetadata(const QString &text)
 {
     const QString json = outermost(withoutCodeFence(text), u'{', u'}');
-    const QJsonDocument document = QJsonDocument::fromJson(json.toUtf8());
+    const QJsonDocument document = documentFromJson(json.toUtf8());
     const QJsonObject object = document.object();
     const auto isStringOrAbsent = [](const QJsonValue &value) {
         return isAbsent(value) || value.isString();
@@ -76,7 +76,7 @@ std::optional<HunkExplanation> decodeLegacy(const QString &prose)
     if (!json.startsWith(u'{')) {
         return std::nullopt;
     }
-    const QJsonObject object = QJsonDocument::fromJson(json.toUtf8()).object();
+    const QJsonObject object = documentFromJson(json.toUtf8()).object();
     const QJsonValue questions = object["suggestedQuestions"_L1];
     if (!object["tag"_L1].isString() || !object["explanation"_L1].isString() ||
         !isStringList(object["points"_L1]) || !(isAbsent(questions) || isStringList(questions))) {

@@ -1,9 +1,9 @@
 #include "ai/SuggestedQuestions.h"
 
 #include "ai/ReplyCleaning.h"
+#include "platform/JsonDocument.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QSet>
 
 namespace vantrel {
@@ -11,7 +11,7 @@ namespace vantrel {
 QStringList parseSuggestedQuestions(const QString &reply)
 {
     const QString json = outermost(withoutCodeFence(reply), u'[', u']');
-    const QJsonArray array = QJsonDocument::fromJson(json.toUtf8()).array();
+    const QJsonArray array = documentFromJson(json.toUtf8()).array();
     QStringList questions;
     QSet<QString> seen;
     for (const auto &item : array) {

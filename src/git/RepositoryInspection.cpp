@@ -2,6 +2,7 @@
 
 #include "git/GitPrefix.h"
 #include "git/Gitlinks.h"
+#include "models/Utf8.h"
 
 #include <QFile>
 
@@ -69,7 +70,7 @@ Result<QList<Place>, ProcessFailure> submodulesOf(const ProcessRunner &runner, c
         const QByteArray folder = *top + '/' + path;
         if (isPopulated(folder.toStdString())) {
             const QString outer = place.submodule.isEmpty() ? QString() : place.submodule + u'/';
-            submodules.append({folder, outer + QString::fromUtf8(path)});
+            submodules.append({folder, outer + textFromUtf8(path)});
         }
     }
     return submodules;

@@ -1,5 +1,7 @@
 #include "git/RepositoryPrograms.h"
 
+#include "models/Utf8.h"
+
 namespace vantrel {
 
 namespace {
@@ -58,8 +60,7 @@ RepositoryPrograms configuredPrograms(const QByteArray &configuration, const QBy
     for (const auto &[key, setting] : settings.asKeyValueRange()) {
         if (isFilter(key)) {
             if (setting.isRepositorys && !setting.value.isEmpty()) {
-                programs.needed.append(
-                    {{}, QString::fromUtf8(key), QString::fromUtf8(setting.value)});
+                programs.needed.append({{}, textFromUtf8(key), textFromUtf8(setting.value)});
             }
         } else if (isNamed(key, "filter", "smudge")) {
             // For files that a diff program is handed, which nobody reads here.

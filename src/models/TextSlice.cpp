@@ -1,5 +1,7 @@
 #include "models/TextSlice.h"
 
+#include "models/Utf8.h"
+
 #include <utility>
 
 namespace vantrel {
@@ -22,13 +24,7 @@ TextSlice TextSlice::fromString(QStringView text)
 
 QString TextSlice::toString() const
 {
-    // Qt takes a byte order mark at the start for a sign of the encoding and drops it; here it is
-    // the first character of somebody's file.
-    constexpr char byteOrderMark[] = "\xef\xbb\xbf";
-    if (utf8().startsWith(byteOrderMark)) {
-        return QChar(QChar::ByteOrderMark) + QString::fromUtf8(utf8().sliced(3));
-    }
-    return QString::fromUtf8(m_data, m_size);
+    return textFromUtf8(utf8());
 }
 
 TextSliceCutter::~TextSliceCutter()

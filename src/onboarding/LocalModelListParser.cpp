@@ -1,7 +1,8 @@
 #include "onboarding/LocalModelListParser.h"
 
+#include "platform/JsonDocument.h"
+
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QSet>
 
@@ -11,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 std::optional<QStringList> parse(const QByteArray &body)
 {
-    const QJsonValue data = QJsonDocument::fromJson(body).object().value("data"_L1);
+    const QJsonValue data = documentFromJson(body).object().value("data"_L1);
     if (!data.isArray()) {
         return std::nullopt;
     }

@@ -1,5 +1,7 @@
 #include "onboarding/OpenRouterOAuth.h"
 
+#include "platform/JsonDocument.h"
+
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QList>
@@ -62,7 +64,7 @@ HttpRequest keyExchangeRequest(const QUrl &api, const QString &code, const QStri
 Result<QString, OpenRouterSignInError> keyFromResponse(int status, const QByteArray &body)
 {
     using Case = OpenRouterSignInError::Case;
-    const QJsonObject json = QJsonDocument::fromJson(body).object();
+    const QJsonObject json = documentFromJson(body).object();
     OpenRouterSignInError error;
     error.kind = Case::invalidExchangeResponse;
     if (status >= 0 && (status < firstSuccess || status > lastSuccess)) {

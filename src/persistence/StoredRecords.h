@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/JsonDocument.h"
+
 #include <QByteArray>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -27,7 +29,7 @@ template<typename Read>
 {
     using Record = typename decltype(read(QJsonValue()))::value_type;
     QList<Record> records;
-    const QJsonArray array = QJsonDocument::fromJson(json).array();
+    const QJsonArray array = documentFromJson(json).array();
     for (const QJsonValue item : array) {
         auto record = read(item);
         if (!record) {

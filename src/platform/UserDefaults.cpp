@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <QStringDecoder>
 #include <QTemporaryFile>
 #include <QUrl>
 
@@ -116,7 +117,12 @@ QString UserDefaults::standardFolder()
 std::optional<QString> UserDefaults::text(const QString &key) const
 {
     const auto bytes = read(m_folder, key, textType);
-    return bytes && bytes->isValidUtf8() ? std::optional(QString::fromUtf8(*bytes)) : std::nullopt;
+    if (!bytes || !bytes->isValidUtf8()) {
+        return std::nullopt;
+    }
+    // A plain conversion drops a byte order mark, and a text is to come back as it was set.
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    return QString(decode(*bytes));
 }
 
 std::optional<bool> UserDefaults::boolean(const QString &key) const

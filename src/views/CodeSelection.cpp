@@ -1,5 +1,7 @@
 #include "views/CodeSelection.h"
 
+#include "models/Utf8.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -248,7 +250,7 @@ QString selectedText(const QList<Hunk> &hunks, const CodeSelection &selection,
                 text += u'\n';
             }
             const TextSlice &line = textAt(hunks, selection.side(), *row);
-            text += QString::fromUtf8(line.utf8().sliced(span->start, span->end - span->start));
+            text += textFromUtf8(line.utf8().sliced(span->start, span->end - span->start));
         }
         row = rowBehind(hunks, *row);
     }

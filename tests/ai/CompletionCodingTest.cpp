@@ -80,6 +80,22 @@ TEST(EncodeRequest, HalvesOfSurrogatePairsAreSentAsQuestionMarks)
     EXPECT_EQ(object["messages"_L1][1]["content"_L1].toString(), u"?a?"_s);
 }
 
+TEST(EncodeRequest, ATextWithHalvesKeepsItsByteOrderMark)
+{
+    const QByteArray body = encodeRequest(requestWith(u"\uFEFFa"_s + QChar(0xd83d)));
+
+    EXPECT_TRUE(body.contains("\"\xef\xbb\xbf"
+                              "a?\""))
+        << body.toStdString();
+}
+
+TEST(DecodeResponseContent, KeepsByteOrderMarks)
+{
+    EXPECT_EQ(decodeResponseContent(
+                  "{\"choices\":[{\"message\":{\"content\":\"\xef\xbb\xbf\xef\xbb\xbf\"}}]}"),
+              u"\uFEFF\uFEFF"_s);
+}
+
 TEST(DecodeResponseContent, IsTheFirstChoicesMessage)
 {
     EXPECT_EQ(decodeResponseContent(R"({"id":"x","usage":{"n":1},"choices":[

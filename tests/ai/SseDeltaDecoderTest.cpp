@@ -51,6 +51,12 @@ TEST(SseDeltaDecoder, ReadsTheDeltasOfAStream)
     EXPECT_EQ(decode({sampleStream}), sampleDeltas);
 }
 
+TEST(SseDeltaDecoder, ADeltaThatBeginsWithAByteOrderMarkKeepsIt)
+{
+    EXPECT_EQ(decode({dataLine("\xef\xbb\xbf"), dataLine("\xef\xbb\xbfint")}),
+              (QStringList{u"\uFEFF"_s, u"\uFEFFint"_s}));
+}
+
 TEST(SseDeltaDecoder, GivesTheSameWhereverTheStreamIsCut)
 {
     for (qsizetype cut = 0; cut <= sampleStream.size(); ++cut) {

@@ -83,6 +83,12 @@ TEST(RepositoryPrograms, AFilterWithAnOddNameIsNeeded)
               needed(u"filter..clean"_s, u"png"_s));
 }
 
+TEST(RepositoryPrograms, ACommandKeepsItsByteOrderMark)
+{
+    EXPECT_EQ(found(setting("local", "filter.images.clean", "\xef\xbb\xbfpng")),
+              needed(u"filter.images.clean"_s, u"\uFEFFpng"_s));
+}
+
 TEST(RepositoryPrograms, ACommandKeepsItsLines)
 {
     EXPECT_EQ(found(setting("local", "filter.images.clean", "a\nb")),

@@ -123,12 +123,12 @@ TEST(StatusRecords, KeepsAPathWithSpacesAndNonAsciiLettersAsItIs)
                                              ChangeStatus::added, 0, 0, {})}));
 }
 
-TEST(StatusRecords, KeepsAByteOrderMarkThatBeginsAPath)
+TEST(StatusRecords, KeepsTheByteOrderMarksThatBeginAPath)
 {
-    EXPECT_EQ(parse(QByteArray("?? \xef\xbb\xbf"
+    EXPECT_EQ(parse(QByteArray("?? \xef\xbb\xbf\xef\xbb\xbf"
                                "f\0",
-                               8)),
-              (QList<FileChange>{untrackedFile(QStringLiteral("\uFEFFf"), 0, {})}));
+                               11)),
+              (QList<FileChange>{untrackedFile(QStringLiteral("\uFEFF\uFEFFf"), 0, {})}));
 }
 
 TEST(StatusRecords, APathThatOccursTwiceKeepsItsFirstRecord)

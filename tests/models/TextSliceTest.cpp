@@ -93,6 +93,15 @@ TEST(TextSlice, AByteOrderMarkAtItsStartIsKept)
     EXPECT_EQ(TextSlice::fromString(u"\uFEFFint"_s), slice("\xef\xbb\xbfint"));
 }
 
+TEST(TextSlice, EachByteOrderMarkIsKeptHoweverTheTextIsCut)
+{
+    const TextSlice text = slice("\xef\xbb\xbf\xef\xbb\xbfint");
+
+    EXPECT_EQ(text.toString(), u"\uFEFF\uFEFFint"_s);
+    EXPECT_EQ(text.slice(3, 6).toString(), u"\uFEFFint"_s);
+    EXPECT_EQ(text.slice(0, 6).toString(), u"\uFEFF\uFEFF"_s);
+}
+
 TEST(TextSlice, ANullCharacterIsText)
 {
     const QByteArray bytes("a\0b", 3);

@@ -23,6 +23,11 @@ TEST(LocalModelListParser, KeepsTheOrderOfTheServer)
               QStringList({u"z"_s, u"a"_s, u"m"_s}));
 }
 
+TEST(LocalModelListParser, KeepsAByteOrderMarkOfAName)
+{
+    EXPECT_EQ(parse("{\"data\":[{\"id\":\"\xef\xbb\xbfqwen\"}]}"), QStringList{u"\uFEFFqwen"_s});
+}
+
 TEST(LocalModelListParser, KeepsModelsThatDifferInCase)
 {
     EXPECT_EQ(parse(R"({"data":[{"id":"Llama3"},{"id":"llama3"}]})"),

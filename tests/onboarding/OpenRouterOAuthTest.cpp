@@ -72,6 +72,7 @@ TEST(OpenRouterOAuth, ReadsAndTrimsTheKey)
 {
     EXPECT_EQ(keyFromResponse(200, R"({"key":"sk-or-1"})"), u"sk-or-1"_s);
     EXPECT_EQ(keyFromResponse(299, R"({"key":"\n sk-or-1 \r\n","user_id":"u"})"), u"sk-or-1"_s);
+    EXPECT_EQ(keyFromResponse(200, "{\"key\":\"\xef\xbb\xbfsk-or-1\"}"), u"\uFEFFsk-or-1"_s);
 }
 
 class InvalidExchangeResponseTest : public testing::TestWithParam<QByteArray>

@@ -263,6 +263,13 @@ TEST_F(ChatHistoryStoreTest, ASaveHasTheStoredForm)
                                    "\"suggestedQuestions\":[\"Why?\"]}]"));
 }
 
+TEST_F(ChatHistoryStoreTest, AThreadIsFoundByAPathThatBeginsWithAByteOrderMark)
+{
+    const auto saved = saveAt(1, u"\uFEFFa.cpp"_s, u"\uFEFF\uFEFF"_s);
+
+    EXPECT_EQ(history.thread(u"\uFEFFa.cpp"_s, u"\uFEFF\uFEFF"_s), saved);
+}
+
 TEST_F(ChatHistoryStoreTest, HalfOfACharacterInATextHarmsNothing)
 {
     QString text = u"cut 👍"_s;

@@ -66,6 +66,13 @@ TEST_F(UserDefaultsTest, GivesBackWhatWasSet)
     EXPECT_EQ(later.text(u"empty"_s), u""_s);
 }
 
+TEST_F(UserDefaultsTest, ATextKeepsItsByteOrderMarks)
+{
+    ASSERT_TRUE(defaults.setText(u"a"_s, u"\uFEFF\uFEFFa"_s));
+
+    EXPECT_EQ(defaults.text(u"a"_s), u"\uFEFF\uFEFFa"_s);
+}
+
 TEST_F(UserDefaultsTest, ReplacesWhateverTheKeyHeld)
 {
     ASSERT_TRUE(defaults.setText(u"a"_s, u"one"_s));

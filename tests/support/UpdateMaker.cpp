@@ -87,7 +87,7 @@ QByteArray UpdateMaker::feed(const QList<SampleItem> &items) const
         const QByteArray signature =
             item.signature.isEmpty() ? this->signature(item.package).toBase64() : item.signature;
         writer.writeStartElement(u"enclosure"_s);
-        writer.writeAttribute(u"url"_s, item.packageURL.toString());
+        writer.writeAttribute(u"url"_s, item.packageURL.toString(QUrl::FullyEncoded));
         writer.writeAttribute(u"length"_s, item.length.isEmpty()
                                                ? QString::number(item.package.size())
                                                : item.length);

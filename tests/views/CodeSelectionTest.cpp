@@ -57,6 +57,17 @@ QString textOf(const CodeSelection &selection)
     return selectedText(hunks, selection);
 }
 
+TEST(CodeSelection, ItsTextHasTheByteOrderMarksOfItsLines)
+{
+    const QList<Hunk> marked = {hunkOf(
+        {{line(u"\uFEFFint"_s), line(QString())}, {line(u"\uFEFF\uFEFFa"_s), line(QString())}})};
+    CodeSelection selection;
+    selection.begin(marked, before, {0, 0, 0}, SelectionUnit::character);
+    selection.extendTo(marked, {0, 1, 7});
+
+    EXPECT_EQ(selectedText(marked, selection), u"\uFEFFint\n\uFEFF\uFEFFa"_s);
+}
+
 TEST(CodeSelection, IsEmptyUntilItIsExtended)
 {
     CodeSelection selection;
