@@ -140,8 +140,8 @@ TEST_F(GitFaults, AnUntrackedFileThatNoDescriptorIsLeftForGetsThePlaceholder)
 
     const auto hunks = m_service.rawHunks(file, m_repository.root());
 
-    EXPECT_EQ(hunks, (Result<QList<RawHunk>, ProcessFailure>(
-                         QList<RawHunk>{test::placeholderHunk()})));
+    EXPECT_EQ(hunks,
+              (Result<QList<RawHunk>, ProcessFailure>(QList<RawHunk>{test::placeholderHunk()})));
 }
 
 } // namespace

@@ -59,8 +59,8 @@ TEST_F(NetworkHttpLoaderFaults, WithoutDescriptorsFailsInTheSystemsWordsAndWorks
     EXPECT_EQ(load(m_server.url(u"/v1/models"_s)).body, "{}");
 }
 
-/// A port whose queue of connections is full, so that the system drops every further one unanswered,
-/// as a network that is cut does.
+/// A port whose queue of connections is full, so that the system drops every further one
+/// unanswered, as a network that is cut does.
 class SilentPort
 {
 public:
@@ -76,8 +76,7 @@ public:
         EXPECT_EQ(::getsockname(m_listener, generic, &size), 0);
         m_port = ntohs(address.sin_port);
         for (int waiting = 0; waiting < 4; ++waiting) {
-            m_waiting.push_back(
-                ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+            m_waiting.push_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
             ::connect(m_waiting.back(), generic, size);
         }
     }
