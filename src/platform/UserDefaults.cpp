@@ -1,5 +1,7 @@
 #include "platform/UserDefaults.h"
 
+#include "platform/WholeWrite.h"
+
 #include <QDateTime>
 #include <QDebug>
 #include <QDir>
@@ -78,9 +80,11 @@ Result<void, PlatformError> write(const QString &folder, const QString &key,
         return made;
     }
     QTemporaryFile file(folder + u'/' + temporaryPrefix() + u"XXXXXX"_s);
-    if (!file.open() || !file.setPermissions(fileMode) || file.write(content) != content.size() ||
-        !file.flush()) {
+    if (!file.open() || !file.setPermissions(fileMode)) {
         return failure(errorOf(file));
+    }
+    if (const auto written = writeWholly(file.handle(), content); !written) {
+        return written;
     }
     // The content must be on the disk before the name points to it.
     const QByteArray target = QFile::encodeName(filePath(folder, key));

@@ -4,8 +4,9 @@
 
 namespace vantrel::test {
 
-/// A real file system of a few kilobytes, seen by this process and the children that it starts
-/// later alone, which a test can fill or make read-only. Only the superuser may make one.
+/// A real file system of a few kilobytes, which a test can fill or make read-only. This thread
+/// alone sees it, and the threads and processes that are started from here on. Only the superuser
+/// may make one.
 class SmallDisk
 {
 public:
