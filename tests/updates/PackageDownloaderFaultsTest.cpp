@@ -64,10 +64,9 @@ TEST_F(PackageDownloaderFaults, AReadOnlyDiskFailsAndKeepsWhatIsThere)
     disk.setReadOnly(true);
     answer(package);
 
-    EXPECT_EQ(
-        download(item()),
-        Outcome(failure(SoftwareUpdateError{Case::packageNotKept,
-                                            u"The folder for updates can't be made"_s, 0})));
+    EXPECT_EQ(download(item()),
+              Outcome(failure(SoftwareUpdateError{Case::packageNotKept,
+                                                  u"The folder for updates can't be made"_s, 0})));
     EXPECT_EQ(keptFiles(), QStringList{u"filling"_s});
 }
 
