@@ -2,8 +2,6 @@
 
 #include "platform/UserDefaults.h"
 
-#include <QDebug>
-
 namespace vantrel {
 
 using namespace Qt::Literals::StringLiterals;
@@ -40,9 +38,7 @@ std::optional<bool> APIKeyPresenceStore::isKnownMissing(AIProvider provider) con
 void APIKeyPresenceStore::mark(AIProvider provider, bool isSaved)
 {
     // Without the hint the next launch offers the setup once more than needed, and no harm is done.
-    if (const auto saved = m_defaults.setBoolean(preferenceKey(provider), isSaved); !saved) {
-        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
-    }
+    m_defaults.setBoolean(preferenceKey(provider), isSaved);
 }
 
 } // namespace vantrel

@@ -5,8 +5,6 @@
 #include "persistence/StoredRecords.h"
 #include "platform/UserDefaults.h"
 
-#include <QDebug>
-
 #include <utility>
 
 namespace vantrel {
@@ -20,6 +18,11 @@ QString storageKey()
     return u"chatHistory"_s;
 }
 
+QList<PersistedChatThread> threadsIn(const QByteArray &stored)
+{
+    return newestFirst(recordsFromStoredForm(stored, persistedChatThreadFromJson));
+}
+
 } // namespace
 
 ChatHistoryStore::ChatHistoryStore(UserDefaults &defaults, std::function<QDateTime()> now)
@@ -29,8 +32,7 @@ ChatHistoryStore::ChatHistoryStore(UserDefaults &defaults, std::function<QDateTi
 
 QList<PersistedChatThread> ChatHistoryStore::threads() const
 {
-    const QByteArray stored = m_defaults.bytes(storageKey()).value_or(QByteArray());
-    return newestFirst(recordsFromStoredForm(stored, persistedChatThreadFromJson));
+    return threadsIn(m_defaults.bytes(storageKey()).value_or(QByteArray()));
 }
 
 std::optional<PersistedChatThread> ChatHistoryStore::thread(const QString &filePath,
@@ -55,12 +57,10 @@ void ChatHistoryStore::save(const QString &filePath, const QString &diffText,
 
 void ChatHistoryStore::save(const PersistedChatThread &saved)
 {
-    const QByteArray form = storedForm(withSaved(threads(), saved, maxPersistedThreads));
-    // The conversation goes on without its copy on the disk, and the next save tries again.
-    if (const auto written = m_defaults.setBytes(storageKey(), form); !written) {
-        qWarning("the chat history could not be saved: %s",
-                 qPrintable(written.error().description()));
-    }
+    // The conversation goes on without its copy on the disk; the log tells of it.
+    m_defaults.changeBytes(storageKey(), [&saved](const QByteArray &stored) {
+        return storedForm(withSaved(threadsIn(stored), saved, maxPersistedThreads));
+    });
 }
 
 } // namespace vantrel

@@ -17,8 +17,8 @@ class UserDefaults;
 
 /// The conversations about hunks as the preferences hold them: one JSON array, newest first. Every
 /// operation reads the whole array and a save writes it anew, so that two running instances do not
-/// undo each other's saves; two saves of one instance must not overlap. Nothing reports an error:
-/// what cannot be read reads as no history and stays as it is until the next save.
+/// undo each other's saves. Nothing reports an error: what cannot be read reads as no history and
+/// stays as it is until the next save.
 /// Thread: any one at a time; every call blocks for the disk.
 class ChatHistoryStore final
 {

@@ -2,8 +2,6 @@
 
 #include "platform/UserDefaults.h"
 
-#include <QDebug>
-
 namespace vantrel {
 
 namespace {
@@ -19,10 +17,8 @@ bool hasShownKeySavingNotice(const UserDefaults &defaults)
 
 void recordShownKeySavingNotice(UserDefaults &defaults)
 {
-    if (const auto saved = defaults.setBoolean(shownNoticeKey, true); !saved) {
-        // Without the record they see it once more before the next key.
-        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
-    }
+    // Where that fails, the person sees it once more before the first key of the next launch.
+    defaults.setBoolean(shownNoticeKey, true);
 }
 
 } // namespace vantrel

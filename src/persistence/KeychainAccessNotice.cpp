@@ -3,8 +3,6 @@
 #include "platform/UserDefaults.h"
 #include "platform/jobs/RunQueue.h"
 
-#include <QDebug>
-
 namespace vantrel {
 
 namespace {
@@ -52,10 +50,8 @@ void KeychainAccessNotice::acknowledge()
 {
     VANTREL_ASSERT_UI_THREAD();
     m_hasAcknowledged = true;
-    if (const auto saved = m_defaults.setBoolean(acknowledgementKey, true); !saved) {
-        // The person has seen it; without the record they see it once more at the next launch.
-        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
-    }
+    // Where that fails, the person sees it once more at the next launch.
+    m_defaults.setBoolean(acknowledgementKey, true);
     // Waiters leave the list as they are woken, so that hiding the notice finds none waiting.
     m_pendingContinuations.wakeAll();
     setIsShowingNotice(false);

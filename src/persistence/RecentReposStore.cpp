@@ -3,7 +3,6 @@
 #include "models/RecentRepoCoding.h"
 #include "persistence/StoredRecords.h"
 
-#include <QDebug>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -12,6 +11,20 @@
 namespace vantrel {
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QList<RecentRepo> reposIn(const QByteArray &stored)
+{
+    QList<RecentRepo> repos = recordsFromStoredForm(stored, recentRepoFromJson);
+    std::stable_sort(repos.begin(), repos.end(),
+                     [](const RecentRepo &left, const RecentRepo &right) {
+                         return left.lastOpened > right.lastOpened;
+                     });
+    return repos;
+}
+
+} // namespace
 
 RecentReposStore::RecentReposStore(UserDefaults defaults, QString storageKey, qsizetype maxEntries,
                                    std::function<QDateTime()> now)
@@ -23,29 +36,22 @@ RecentReposStore::RecentReposStore(UserDefaults defaults, QString storageKey, qs
 
 QList<RecentRepo> RecentReposStore::load() const
 {
-    const QByteArray stored = m_defaults.bytes(m_storageKey).value_or(QByteArray());
-    QList<RecentRepo> repos = recordsFromStoredForm(stored, recentRepoFromJson);
-    std::stable_sort(repos.begin(), repos.end(),
-                     [](const RecentRepo &left, const RecentRepo &right) {
-                         return left.lastOpened > right.lastOpened;
-                     });
-    return repos;
+    return reposIn(m_defaults.bytes(m_storageKey).value_or(QByteArray()));
 }
 
 void RecentReposStore::record(const QString &name, const QString &path)
 {
     const std::lock_guard lock(m_recording);
-    QList<RecentRepo> repos = load();
-    repos.removeIf([&path](const RecentRepo &repo) { return repo.path == path; });
-    repos.prepend(RecentRepo{QUuid::createUuid(), name, path, m_now()});
-    if (repos.size() > m_maxEntries) {
-        repos.resize(m_maxEntries);
-    }
-    // The repository opens without being remembered, which the person can see and repair.
-    if (const auto written = m_defaults.setBytes(m_storageKey, storedForm(repos)); !written) {
-        qWarning("the recent repositories could not be saved: %s",
-                 qPrintable(written.error().description()));
-    }
+    // Where that fails, the repository opens nevertheless; the log tells of it.
+    m_defaults.changeBytes(m_storageKey, [&](const QByteArray &stored) {
+        QList<RecentRepo> repos = reposIn(stored);
+        repos.removeIf([&path](const RecentRepo &repo) { return repo.path == path; });
+        repos.prepend(RecentRepo{QUuid::createUuid(), name, path, m_now()});
+        if (repos.size() > m_maxEntries) {
+            repos.resize(m_maxEntries);
+        }
+        return storedForm(repos);
+    });
 }
 
 bool RecentReposStore::isRepository(const QString &path) const

@@ -1,17 +1,27 @@
 #include "platform/UserDefaults.h"
 
+#include "platform/WholeWrite.h"
+
 #include <QDateTime>
+#include <QDebug>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMap>
 #include <QStandardPaths>
 #include <QStringDecoder>
 #include <QTemporaryFile>
 #include <QUrl>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <fcntl.h>
+#include <mutex>
+#include <sys/file.h>
+#include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace vantrel {
 
@@ -58,17 +68,24 @@ QString temporaryPrefix()
 /// A temporary file that nobody has written to for this long belongs to a process that was killed.
 constexpr qint64 staleAfterSeconds = 60;
 
-Result<void, PlatformError> write(const QString &folder, const QString &key, QByteArrayView type,
-                                  QByteArrayView value)
+/// What the file of a key with this value holds.
+QByteArray fileContent(QByteArrayView type, QByteArrayView value)
+{
+    return type.toByteArray() + '\n' + value.toByteArray();
+}
+
+Result<void, PlatformError> write(const QString &folder, const QString &key,
+                                  const QByteArray &content)
 {
     if (const auto made = makeFolder(folder); !made) {
         return made;
     }
-    const QByteArray content = type.toByteArray() + '\n' + value.toByteArray();
     QTemporaryFile file(folder + u'/' + temporaryPrefix() + u"XXXXXX"_s);
-    if (!file.open() || !file.setPermissions(fileMode) || file.write(content) != content.size() ||
-        !file.flush()) {
+    if (!file.open() || !file.setPermissions(fileMode)) {
         return failure(errorOf(file));
+    }
+    if (const auto written = writeWholly(file.handle(), content); !written) {
+        return written;
     }
     // The content must be on the disk before the name points to it.
     const QByteArray target = QFile::encodeName(filePath(folder, key));
@@ -80,23 +97,145 @@ Result<void, PlatformError> write(const QString &folder, const QString &key, QBy
     return {};
 }
 
-/// The value under the key when it is of `type`.
-std::optional<QByteArray> read(const QString &folder, const QString &key, QByteArrayView type)
+/// What the file of the key holds; nothing when there is none, or none that this person may read.
+/// Fails when it cannot be read for now.
+Result<std::optional<QByteArray>, PlatformError> read(const QString &folder, const QString &key)
 {
     QFile file(filePath(folder, key));
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
-        return std::nullopt;
+    if (!QFileInfo(file).isFile()) {
+        return std::optional<QByteArray>();
     }
-    const QByteArray content = file.readAll();
+    if (!file.open(QIODevice::ReadOnly)) {
+        // The files that this process may have open at once are used up.
+        if (file.error() == QFileDevice::ResourceError) {
+            return failure(errorOf(file));
+        }
+        return std::optional<QByteArray>();
+    }
+    QByteArray content = file.readAll();
+    if (file.error() != QFileDevice::NoError) {
+        return failure(errorOf(file));
+    }
+    return std::optional(std::move(content));
+}
+
+/// The value in a file's content when it is of `type`.
+std::optional<QByteArray> valueIn(const QByteArray &content, QByteArrayView type)
+{
     const bool isOfType =
         content.startsWith(type) && content.size() > type.size() && content.at(type.size()) == '\n';
     return isOfType ? std::optional(content.sliced(type.size() + 1)) : std::nullopt;
 }
 
+/// Held while a value is read, changed and written, so that no other instance does so meanwhile.
+/// The system lets go of it when its process dies. Whoever holds it for longer than any disk takes
+/// hangs, and is waited for no longer.
+class ChangingLock
+{
+public:
+    explicit ChangingLock(const QString &folder)
+        : m_folder(
+              ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    {
+        using namespace std::chrono_literals;
+        const auto end = std::chrono::steady_clock::now() + 2s;
+        while (::flock(m_folder, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK &&
+               std::chrono::steady_clock::now() < end) {
+            std::this_thread::sleep_for(1ms);
+        }
+    }
+    ChangingLock(const ChangingLock &) = delete;
+    ChangingLock &operator=(const ChangingLock &) = delete;
+    ~ChangingLock()
+    {
+        if (m_folder >= 0) {
+            ::close(m_folder);
+        }
+    }
+
+private:
+    int m_folder;
+};
+
 } // namespace
+
+/// What could not be written yet. The files' contents by key.
+struct UserDefaults::Unsaved
+{
+    explicit Unsaved(QString inFolder)
+        : folder(std::move(inFolder))
+    {}
+    Unsaved(const Unsaved &) = delete;
+    Unsaved &operator=(const Unsaved &) = delete;
+    ~Unsaved()
+    {
+        // What fails again is lost, which the log has told of.
+        writeWhatWaits();
+    }
+
+    [[nodiscard]] std::optional<QByteArray> content(const QString &key)
+    {
+        const std::lock_guard lock(mutex);
+        const auto found = contents.constFind(key);
+        return found == contents.cend() ? std::nullopt : std::optional(*found);
+    }
+
+    /// Writes the content, and once that succeeds what waits.
+    Result<void, PlatformError> save(const QString &key, const QByteArray &content)
+    {
+        const std::lock_guard inTurn(writing);
+        if (const auto written = write(folder, key, content); !written) {
+            keep(key, content, written.error());
+            return written;
+        }
+        forget(key);
+        writeWhatWaits();
+        return {};
+    }
+
+    void forget(const QString &key)
+    {
+        const std::lock_guard lock(mutex);
+        contents.remove(key);
+    }
+
+    const QString folder;
+    std::mutex writing{}; ///< Held through a write, so that no older value follows a newer one.
+
+private:
+    void keep(const QString &key, const QByteArray &content, const PlatformError &error)
+    {
+        const std::lock_guard lock(mutex);
+        if (contents.isEmpty()) {
+            qWarning("the preferences could not be saved, and are kept until they can be: %s",
+                     qPrintable(error.description()));
+        }
+        contents.insert(key, content);
+    }
+
+    void writeWhatWaits()
+    {
+        const QMap<QString, QByteArray> waiting = all();
+        for (auto content = waiting.cbegin(); content != waiting.cend(); ++content) {
+            if (write(folder, content.key(), content.value())) {
+                forget(content.key());
+            }
+        }
+    }
+
+    [[nodiscard]] QMap<QString, QByteArray> all()
+    {
+        const std::lock_guard lock(mutex);
+        return contents;
+    }
+
+    std::mutex mutex{};
+    QMap<QString, QByteArray> contents{}; ///< Guarded by `mutex`.
+};
 
 UserDefaults::UserDefaults(QString folder)
     : m_folder(std::move(folder))
+    , m_unsaved(std::make_shared<Unsaved>(m_folder))
 {
     const QDir preferences(m_folder);
     const QFileInfoList leftovers =
@@ -116,7 +255,7 @@ QString UserDefaults::standardFolder()
 
 std::optional<QString> UserDefaults::text(const QString &key) const
 {
-    const auto bytes = read(m_folder, key, textType);
+    const auto bytes = value(key, textType);
     if (!bytes || !bytes->isValidUtf8()) {
         return std::nullopt;
     }
@@ -127,7 +266,7 @@ std::optional<QString> UserDefaults::text(const QString &key) const
 
 std::optional<bool> UserDefaults::boolean(const QString &key) const
 {
-    const auto bytes = read(m_folder, key, booleanType);
+    const auto bytes = value(key, booleanType);
     if (bytes == "true") {
         return true;
     }
@@ -136,31 +275,69 @@ std::optional<bool> UserDefaults::boolean(const QString &key) const
 
 std::optional<QByteArray> UserDefaults::bytes(const QString &key) const
 {
-    return read(m_folder, key, dataType);
+    return value(key, dataType);
 }
 
 Result<void, PlatformError> UserDefaults::setText(const QString &key, const QString &value)
 {
-    return write(m_folder, key, textType, value.toUtf8());
+    return set(key, textType, value.toUtf8());
 }
 
 Result<void, PlatformError> UserDefaults::setBoolean(const QString &key, bool value)
 {
-    return write(m_folder, key, booleanType, value ? "true" : "false");
+    return set(key, booleanType, value ? "true" : "false");
 }
 
 Result<void, PlatformError> UserDefaults::setBytes(const QString &key, const QByteArray &value)
 {
-    return write(m_folder, key, dataType, value);
+    return set(key, dataType, value);
 }
 
 Result<void, PlatformError> UserDefaults::remove(const QString &key)
 {
+    const std::lock_guard inTurn(m_unsaved->writing);
     QFile file(filePath(m_folder, key));
     if (file.exists() && !file.remove()) {
         return failure(errorOf(file));
     }
+    m_unsaved->forget(key);
     return {};
+}
+
+Result<void, PlatformError>
+UserDefaults::changeBytes(const QString &key,
+                          const std::function<QByteArray(const QByteArray &)> &changed)
+{
+    makeFolder(m_folder); // Where that fails, so does the write.
+    const ChangingLock lock(m_folder);
+    auto content = m_unsaved->content(key);
+    if (!content) {
+        auto stored = read(m_folder, key);
+        if (!stored) {
+            // To go on from nothing would replace all that is there.
+            qWarning("a preference could not be read, and stays as it is: %s",
+                     qPrintable(stored.error().description()));
+            return failure(stored.error());
+        }
+        content = std::move(*stored);
+    }
+    const auto bytes = content ? valueIn(*content, dataType) : std::nullopt;
+    return setBytes(key, changed(bytes.value_or(QByteArray())));
+}
+
+std::optional<QByteArray> UserDefaults::value(const QString &key, QByteArrayView type) const
+{
+    auto content = m_unsaved->content(key);
+    if (!content) {
+        content = read(m_folder, key).value_or(std::nullopt);
+    }
+    return content ? valueIn(*content, type) : std::nullopt;
+}
+
+Result<void, PlatformError> UserDefaults::set(const QString &key, QByteArrayView type,
+                                              QByteArrayView value)
+{
+    return m_unsaved->save(key, fileContent(type, value));
 }
 
 } // namespace vantrel

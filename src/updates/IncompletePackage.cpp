@@ -1,5 +1,6 @@
 #include "updates/IncompletePackage.h"
 
+#include "platform/WholeWrite.h"
 #include "updates/EdDSASignature.h"
 
 #include <QDir>
@@ -47,10 +48,7 @@ IncompletePackage::begin(const QString &folder)
 
 Result<void, PlatformError> IncompletePackage::append(const QByteArray &bytes)
 {
-    if (m_file.write(bytes) != bytes.size() || !m_file.flush()) {
-        return refusal(m_file);
-    }
-    return {};
+    return writeWholly(m_file.handle(), bytes);
 }
 
 Result<bool, PlatformError> IncompletePackage::isSigned(const QByteArray &publicKey,

@@ -171,18 +171,21 @@ TEST_F(SettingsStoreTest, TheKeysAreFixedAtComposition)
     EXPECT_EQ(own.loadAppearance(), AppAppearance::dark);
 }
 
-TEST(SettingsStore, APreferenceThatCannotBeSavedIsLoggedOnly)
+TEST(SettingsStore, PreferencesThatCannotBeSavedAreLoggedOnceAndCountUntilTheEnd)
 {
     const QTemporaryDir folder;
     QFile inTheWay(folder.filePath(u"preferences"_s));
     ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
     UserDefaults defaults(inTheWay.fileName());
     SettingsStore settings(defaults);
-    test::expectMessage(u"a preference could not be saved"_s);
+    test::expectOneMessage(
+        u"the preferences could not be saved, and are kept until they can be: "_s);
 
     settings.saveAppearance(AppAppearance::dark);
+    settings.saveAIConfig(config(AIProvider::openAI, u"url"_s, u"model"_s));
 
-    EXPECT_EQ(settings.loadAppearance(), AppAppearance::system);
+    EXPECT_EQ(settings.loadAppearance(), AppAppearance::dark);
+    EXPECT_EQ(settings.loadAIConfig(), config(AIProvider::openAI, u"url"_s, u"model"_s));
 }
 
 } // namespace

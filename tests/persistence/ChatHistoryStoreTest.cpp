@@ -351,17 +351,19 @@ TEST_F(ChatHistoryStoreTest, TheHistoryIsReadableByItsOwnerAlone)
     EXPECT_EQ(QFile::permissions(folder.filePath(u"chatHistory"_s)), ownersAlone);
 }
 
-TEST_F(ChatHistoryStoreTest, AFailedSaveIsLoggedAndNothingElse)
+TEST_F(ChatHistoryStoreTest, FailedSavesAreLoggedOnceAndCountUntilTheEnd)
 {
     QFile file(folder.filePath(u"no-folder"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     UserDefaults unwritable(file.fileName());
     ChatHistoryStore lost(unwritable);
-    test::expectMessage(u"the chat history could not be saved: "_s);
+    test::expectOneMessage(
+        u"the preferences could not be saved, and are kept until they can be: "_s);
 
     lost.save(u"a.cpp"_s, u"-a"_s, {}, {}, std::nullopt);
+    lost.save(u"b.cpp"_s, u"-b"_s, {}, {}, std::nullopt);
 
-    EXPECT_EQ(lost.threads(), Threads());
+    EXPECT_EQ(lost.threads().size(), 2);
 }
 
 } // namespace

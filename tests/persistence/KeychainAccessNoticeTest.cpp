@@ -251,7 +251,8 @@ TEST(KeychainAccessNotice, ReleasesItsWaitersWhenTheAcknowledgementCannotBeSaved
     QStringList log;
     const Job first(waitFor(&notice, u"first"_s, &log));
     runUntilIdle();
-    test::expectMessage(u"a preference could not be saved"_s);
+    test::expectOneMessage(
+        u"the preferences could not be saved, and are kept until they can be: "_s);
 
     notice.acknowledge();
     const Job second(waitFor(&notice, u"second"_s, &log));

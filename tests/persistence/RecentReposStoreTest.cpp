@@ -223,16 +223,18 @@ TEST_F(RecentReposStoreTest, TheListIsReadableByItsOwnerAlone)
     EXPECT_EQ(QFile::permissions(folder.filePath(u"recentRepos"_s)), ownersAlone);
 }
 
-TEST_F(RecentReposStoreTest, AFailedRecordIsLoggedAndNothingElse)
+TEST_F(RecentReposStoreTest, FailedRecordsAreLoggedOnceAndCountUntilTheEnd)
 {
     QFile file(folder.filePath(u"no-folder"_s));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     RecentReposStore lost(UserDefaults(file.fileName()), u"recentRepos"_s, 10);
-    test::expectMessage(u"the recent repositories could not be saved: "_s);
+    test::expectOneMessage(
+        u"the preferences could not be saved, and are kept until they can be: "_s);
 
     lost.record(u"a"_s, u"/a"_s);
+    lost.record(u"b"_s, u"/b"_s);
 
-    EXPECT_EQ(lost.load(), QList<RecentRepo>());
+    EXPECT_EQ(lost.load().size(), 2);
 }
 
 } // namespace

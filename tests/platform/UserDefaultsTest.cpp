@@ -1,5 +1,7 @@
 #include "platform/UserDefaults.h"
 
+#include "support/UnexpectedMessages.h"
+
 #include <gtest/gtest.h>
 
 #include <QDateTime>
@@ -137,10 +139,11 @@ TEST_F(UserDefaultsTest, AFolderInThePlaceOfAFileReadsAsNothing)
     ASSERT_TRUE(QDir().mkpath(path(u"a"_s)));
 
     EXPECT_EQ(defaults.text(u"a"_s), std::nullopt);
+    expectOneMessage(u"the preferences could not be saved, and are kept until they can be: "_s);
     EXPECT_FALSE(defaults.setText(u"a"_s, u"one"_s));
 }
 
-TEST_F(UserDefaultsTest, AWriteThatFailsKeepsTheOldValueAndLeavesNothingBehind)
+TEST_F(UserDefaultsTest, AWriteThatFailsKeepsTheFileAndLeavesNothingBehind)
 {
     if (::geteuid() == 0) {
         GTEST_SKIP() << "the superuser may write everywhere";
@@ -148,11 +151,12 @@ TEST_F(UserDefaultsTest, AWriteThatFailsKeepsTheOldValueAndLeavesNothingBehind)
     ASSERT_TRUE(defaults.setText(u"a"_s, u"one"_s));
     QFile::setPermissions(folder(), QFile::ReadOwner | QFile::ExeOwner);
 
+    expectOneMessage(u"the preferences could not be saved, and are kept until they can be: "_s);
     const auto written = defaults.setText(u"a"_s, u"two"_s);
 
+    EXPECT_EQ(UserDefaults(folder()).text(u"a"_s), u"one"_s);
     QFile::setPermissions(folder(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     EXPECT_FALSE(written);
-    EXPECT_EQ(defaults.text(u"a"_s), u"one"_s);
     EXPECT_EQ(files(), QStringList{u"a"_s});
 }
 
@@ -160,6 +164,7 @@ TEST_F(UserDefaultsTest, AFolderThatCannotBeMadeIsTold)
 {
     QFile file(folder()); // Where the folder would be.
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    expectOneMessage(u"The folder "_s + folder());
 
     const auto written = defaults.setText(u"a"_s, u"one"_s);
 

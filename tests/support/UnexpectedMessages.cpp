@@ -17,6 +17,7 @@ namespace {
 struct Expectation
 {
     QString part{};
+    bool isForOne = false;
     bool isMet = false;
 };
 
@@ -38,7 +39,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &me
     {
         const std::lock_guard lock(expectations().mutex);
         for (Expectation &expectation : expectations().list) {
-            if (message.contains(expectation.part)) {
+            const bool isOpen = !expectation.isForOne || !expectation.isMet;
+            if (isOpen && message.contains(expectation.part)) {
                 expectation.isMet = true;
                 return;
             }
@@ -50,6 +52,12 @@ void handleMessage(QtMsgType type, const QMessageLogContext &, const QString &me
     }
 }
 
+void expect(const Expectation &expectation)
+{
+    const std::lock_guard lock(expectations().mutex);
+    expectations().list.append(expectation);
+}
+
 } // namespace
 
 void installMessageHandler()
@@ -59,8 +67,12 @@ void installMessageHandler()
 
 void expectMessage(const QString &part)
 {
-    const std::lock_guard lock(expectations().mutex);
-    expectations().list.append(Expectation{part, false});
+    expect({part, false, false});
+}
+
+void expectOneMessage(const QString &part)
+{
+    expect({part, true, false});
 }
 
 void checkExpectedMessages()

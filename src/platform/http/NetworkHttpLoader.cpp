@@ -11,7 +11,12 @@
 #include <QNetworkRequest>
 
 #include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <fcntl.h>
 #include <optional>
+#include <unistd.h>
 #include <utility>
 #include <variant>
 
@@ -165,6 +170,26 @@ private:
     QNetworkReply *m_reply = nullptr; ///< The manager owns it.
 };
 
+/// More than a request ever has open: its thread's event loop, its socket, and the files that a
+/// look up of a name or of certificates reads.
+constexpr std::size_t descriptorsOfRequest = 16;
+
+/// Whether this process can open as many files as a request needs. Qt ends the whole process when
+/// the thread of a request cannot have its event loop.
+bool hasDescriptorsForRequest()
+{
+    std::array<int, descriptorsOfRequest> taken{};
+    std::generate(taken.begin(), taken.end(), [] { return ::open("/", O_RDONLY | O_CLOEXEC); });
+    bool hasAll = true;
+    for (const int descriptor : taken) {
+        hasAll = hasAll && descriptor >= 0;
+        if (descriptor >= 0) {
+            ::close(descriptor);
+        }
+    }
+    return hasAll;
+}
+
 Task<std::monostate> silence(Clock *clock, std::chrono::milliseconds timeout)
 {
     co_await clock->sleep(timeout);
@@ -263,6 +288,10 @@ Task<Result<HttpResponse, PlatformError>> NetworkHttpLoader::load(HttpRequest re
         proxies = std::move(*found);
     }
 
+    if (!hasDescriptorsForRequest()) {
+        PlatformError refusal{qt_error_string(EMFILE)};
+        co_return failure(std::move(refusal));
+    }
     const auto reply = std::make_shared<Reply>(networkRequest, request, proxies);
     while (!reply->status() && !reply->isFinished()) {
         const bool isAlive = co_await hasNews(reply, &m_clock, request.timeout);
