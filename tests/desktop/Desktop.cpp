@@ -1,7 +1,9 @@
-#include "DesktopFixture.h"
+#include "Desktop.h"
 
 #include "Keyboard.h"
 #include "platform/UserDefaults.h"
+
+#include <gtest/gtest.h>
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
@@ -71,7 +73,7 @@ Sought selected(const Sought &sought)
             [=](const ShownItem &item) { return sought.isIt(item) && item.isSelected(); }};
 }
 
-QProcessEnvironment DesktopFixture::onDisplay(QProcessEnvironment environment) const
+QProcessEnvironment Desktop::onDisplay(QProcessEnvironment environment) const
 {
     environment.insert(u"XDG_CONFIG_HOME"_s, m_folder.path());
     if (!environment.contains(u"VANTREL_KEYCHAIN_SERVICE"_s)) {
@@ -82,7 +84,7 @@ QProcessEnvironment DesktopFixture::onDisplay(QProcessEnvironment environment) c
     return environment;
 }
 
-void DesktopFixture::start(const QStringList &arguments, const QProcessEnvironment &environment)
+void Desktop::start(const QStringList &arguments, const QProcessEnvironment &environment)
 {
     m_application.emplace(QString::fromUtf8(VANTREL), arguments, onDisplay(environment));
     await({named(u"frame"_s, u"Reviewer"_s)});
@@ -91,18 +93,13 @@ void DesktopFixture::start(const QStringList &arguments, const QProcessEnvironme
             [](const ShownItem &item) { return item.role == u"frame"_s && item.isActive(); }}});
 }
 
-void DesktopFixture::TearDown()
+ProcessRun Desktop::quit()
 {
-    if (!m_application || HasFailure()) {
-        return;
-    }
     pressKey(u"ctrl+q"_s);
-    const ProcessRun ended = m_application->waitForEnd(int(limit.count()));
-    EXPECT_EQ(ended.exitCode, 0);
-    EXPECT_EQ(ended.errors.toStdString(), m_awaitedErrors.toStdString());
+    return m_application->waitForEnd(int(limit.count()));
 }
 
-void DesktopFixture::startKeyring()
+void Desktop::startKeyring()
 {
     // A second daemon beside the first may not find what that one has.
     if (QDBusConnection::sessionBus().interface()->isServiceRegistered(
@@ -120,7 +117,7 @@ void DesktopFixture::startKeyring()
               0);
 }
 
-void DesktopFixture::writePreferences(const QString &baseURL) const
+void Desktop::writePreferences(const QString &baseURL) const
 {
     UserDefaults defaults(folder() + u"/com.orbisk.app"_s);
     ASSERT_TRUE(defaults.setText(u"aiProvider"_s, u"custom"_s));
@@ -129,7 +126,7 @@ void DesktopFixture::writePreferences(const QString &baseURL) const
     ASSERT_TRUE(defaults.setBoolean(u"keychainAccessNotice.hasAcknowledged"_s, true));
 }
 
-QList<ShownItem> DesktopFixture::await(const QList<Sought> &sought)
+QList<ShownItem> Desktop::await(const QList<Sought> &sought)
 {
     QStringList words;
     for (const Sought &one : sought) {
@@ -144,7 +141,7 @@ QList<ShownItem> DesktopFixture::await(const QList<Sought> &sought)
     return items;
 }
 
-void DesktopFixture::record()
+void Desktop::record()
 {
     const QString folder = qEnvironmentVariable("VANTREL_RECORDING");
     if (folder.isEmpty()) {
@@ -158,7 +155,7 @@ void DesktopFixture::record()
         QProcess::execute(u"import"_s, {u"-window"_s, u"root"_s, QDir(folder).filePath(name)}), 0);
 }
 
-void DesktopFixture::awaitText(const QString &fieldName, const QString &text)
+void Desktop::awaitText(const QString &fieldName, const QString &text)
 {
     await(
         {{wordsFor(u"text"_s, fieldName) + u" with \""_s + text + u'"', [&](const ShownItem &item) {
@@ -167,19 +164,19 @@ void DesktopFixture::awaitText(const QString &fieldName, const QString &text)
           }}});
 }
 
-void DesktopFixture::awaitErrors(const QByteArray &errors)
+void Desktop::awaitErrors(const QByteArray &errors)
 {
     m_awaitedErrors += errors;
     awaitThat(u"words to standard error: "_s + QString::fromUtf8(errors),
               [&] { return m_application->errorsSoFar() == m_awaitedErrors; });
 }
 
-void DesktopFixture::awaitThat(const QString &what, const std::function<bool()> &isSo)
+void Desktop::awaitThat(const QString &what, const std::function<bool()> &isSo)
 {
     awaitScreen(what, [&](const QList<ShownItem> &) { return isSo(); });
 }
 
-QList<ShownItem> DesktopFixture::awaitScreen(const QString &what, const Reached &isReached)
+QList<ShownItem> Desktop::awaitScreen(const QString &what, const Reached &isReached)
 {
     const QDeadlineTimer deadline(limit);
     QTimer alarm;
@@ -198,20 +195,13 @@ QList<ShownItem> DesktopFixture::awaitScreen(const QString &what, const Reached 
         (u"waited in vain for "_s + what + u"; shown:\n"_s + listing(shown)).toStdString());
 }
 
-void DesktopFixture::act(const Sought &sought, const QString &action)
+void Desktop::act(const Sought &sought, const QString &action)
 {
     // The item may go between being found and being asked.
     awaitScreen(action + u' ' + sought.words, [&](const QList<ShownItem> &items) {
         const ShownItem *const item = find(items, sought);
         return item != nullptr && m_reader.act(*item, action);
     });
-}
-
-void ReviewFixture::SetUp()
-{
-    const QString repository = makeDemoRepository(folder());
-    writePreferences(m_provider.baseURL());
-    start({repository}, QProcessEnvironment::systemEnvironment());
 }
 
 } // namespace vantrel::test

@@ -3,8 +3,6 @@
 #include "ScreenReader.h"
 #include "integration/SampleProcesses.h"
 
-#include <gtest/gtest.h>
-
 #include <QTemporaryDir>
 
 #include <functional>
@@ -31,15 +29,10 @@ struct Sought
 [[nodiscard]] Sought selected(const Sought &sought);
 
 /// The built application on a display, met only through the accessibility bus and the keyboard. A
-/// wait ends with what it waited for, or throws with the list of what is shown instead, which ends
-/// the test.
-class DesktopFixture : public testing::Test
+/// wait ends with what it waited for, or throws with the list of what is shown instead.
+class Desktop
 {
-protected:
-    /// Quits the application by the keyboard; it must end well, and without a word to standard
-    /// error but those that were awaited.
-    void TearDown() override;
-
+public:
     /// Sees to an unlocked keyring on the session bus. Before the application is started.
     static void startKeyring();
 
@@ -70,7 +63,15 @@ protected:
     /// Waits until this is so; `what` is for the message of a failure.
     void awaitThat(const QString &what, const std::function<bool()> &isSo);
 
+    /// Quits the application by the keyboard and waits for its end.
+    [[nodiscard]] ProcessRun quit();
+
+    /// The words to standard error that were awaited so far.
+    [[nodiscard]] const QByteArray &awaitedErrors() const { return m_awaitedErrors; }
+
+    [[nodiscard]] bool isStarted() const { return m_application.has_value(); }
     [[nodiscard]] ChildProcess &application() { return *m_application; }
+    [[nodiscard]] ScreenReader &reader() { return m_reader; }
     [[nodiscard]] QString folder() const { return m_folder.path(); }
     [[nodiscard]] static QString keychainService()
     {
@@ -93,18 +94,6 @@ private:
         "vantrel: SoftwareUpdate: In-app updates disabled: SUFeedURL is missing from Info.plist\n"};
     std::optional<ChildProcess> m_application{};
     ScreenReader m_reader{};
-};
-
-/// The application on a sample repository, set up for the sample provider.
-class ReviewFixture : public DesktopFixture
-{
-protected:
-    void SetUp() override;
-
-    [[nodiscard]] QString repositoryName() const { return QStringLiteral("ledger-api"); }
-
-private:
-    SampleProvider m_provider{};
 };
 
 } // namespace vantrel::test

@@ -31,6 +31,9 @@ public:
     ChildProcess &operator=(const ChildProcess &) = delete;
     ~ChildProcess(); ///< Ends it at once.
 
+    /// Its number in the system.
+    [[nodiscard]] pid_t id() const { return m_process; }
+
     void write(const QByteArray &input);
     void closeInput();
 
