@@ -10,7 +10,17 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-using ReviewByNames = ReviewFixture;
+class ReviewByNames : public ReviewFixture
+{
+protected:
+    void awaitNo(const QString &role, const QString &name)
+    {
+        awaitThat(u"the end of "_s + role + u' ' + name, [&] {
+            const auto shown = reader().read();
+            return shown && std::none_of(shown->cbegin(), shown->cend(), named(role, name).isIt);
+        });
+    }
+};
 
 const QString question = u"Who calls this?"_s;
 
@@ -119,6 +129,34 @@ TEST_F(ReviewByNames, ARecentRepositoryIsOpenedFromThePicker)
     press(named(u"list item"_s, repositoryName()));
 
     await({named(u"heading"_s, u"Working changes"_s), named(u"label"_s, u"13 files"_s)});
+}
+
+TEST_F(ReviewByNames, AMenuIsClosedWhenTheKeyboardIsTakenElsewhere)
+{
+    const Sought row = beginning(u"list item"_s, u"serve.sh, "_s);
+    press(named(u"push button"_s, u"Menu"_s));
+    await({named(u"menu item"_s, u"Settings…"_s)});
+
+    focus(row);
+
+    awaitNo(u"menu item"_s, u"Settings…"_s);
+    await({focused(row)});
+}
+
+TEST_F(ReviewByNames, TheFolderDialogKeepsTheKeyboard)
+{
+    const Sought row = beginning(u"list item"_s, u"serve.sh, "_s);
+    const QList<ShownItem> items = await({row});
+    pressKey(u"ctrl+o"_s);
+    await({named(u"dialog"_s, u"Choose a repository folder"_s)});
+
+    const auto behind = std::find_if(items.cbegin(), items.cend(), row.isIt);
+    static_cast<void>(reader().act(*behind, u"Press"_s));
+    static_cast<void>(reader().act(*behind, u"SetFocus"_s));
+    pressKey(u"Escape"_s);
+
+    awaitNo(u"dialog"_s, u"Choose a repository folder"_s);
+    await({named(u"heading"_s, u"Working changes"_s)});
 }
 
 } // namespace

@@ -158,6 +158,11 @@ void Walk::start()
     environment.insert(u"VANTREL_OPENROUTER_ADDRESS"_s,
                        u"http://127.0.0.1:%1"_s.arg(m_signInSite.serverPort()));
     m_desktop.start({m_repositories.first()->path()}, environment);
+    // What is made at the first use only is there before the first quiet point.
+    for (const QString &shortcut : {u"ctrl+o"_s, u"ctrl+comma"_s, u"F1"_s}) {
+        pressKey(shortcut);
+        static_cast<void>(goHome());
+    }
 }
 
 void Walk::step()
@@ -570,8 +575,9 @@ bool Walk::checkApplication()
     m_errorsRead = end;
     if (m_desktop.isStarted() && m_desktop.application().hasEnded() && !m_hasEnded) {
         m_hasEnded = true;
-        find(u"the application ended by itself with status %1\n%2"_s
-                 .arg(m_desktop.application().waitForEnd().exitCode)
+        const ProcessRun ended = m_desktop.application().waitForEnd();
+        find(u"the application ended by itself with status %1, signal %2\n%3"_s.arg(ended.exitCode)
+                 .arg(ended.signal)
                  .arg(m_watchdog->crash()));
     }
     return !m_hasEnded;

@@ -15,6 +15,7 @@ struct ProcessRun
     int exitCode = -1; ///< -1 when it crashed, did not start, or hung and was ended.
     QByteArray output{};
     QByteArray errors{};
+    int signal = 0; ///< The one that ended it; 0 when it exited.
 };
 
 /// A child process whose output goes to files. Not a QProcess, which shares this process's memory
