@@ -96,7 +96,7 @@ void Desktop::start(const QStringList &arguments, const QProcessEnvironment &env
 ProcessRun Desktop::quit()
 {
     pressKey(u"ctrl+q"_s);
-    return m_application->waitForEnd(int(limit.count()));
+    return application().waitForEnd(int(limit.count()));
 }
 
 void Desktop::startKeyring()

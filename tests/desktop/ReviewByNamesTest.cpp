@@ -133,17 +133,17 @@ TEST_F(ReviewByNames, ARecentRepositoryIsOpenedFromThePicker)
 
 TEST_F(ReviewByNames, AMenuIsClosedWhenTheKeyboardIsTakenElsewhere)
 {
-    const Sought row = beginning(u"list item"_s, u"serve.sh, "_s);
     press(named(u"push button"_s, u"Menu"_s));
     await({named(u"menu item"_s, u"Settings…"_s)});
 
-    focus(row);
+    const Sought elsewhere = named(u"push button"_s, u"All projects"_s);
+    focus(elsewhere);
 
     awaitNo(u"menu item"_s, u"Settings…"_s);
-    await({focused(row)});
+    await({focused(elsewhere)});
 }
 
-TEST_F(ReviewByNames, TheFolderDialogKeepsTheKeyboard)
+TEST_F(ReviewByNames, TheFolderDialogKeepsTheKeyboardWhenARowBehindItIsPressed)
 {
     const Sought row = beginning(u"list item"_s, u"serve.sh, "_s);
     const QList<ShownItem> items = await({row});
@@ -151,12 +151,26 @@ TEST_F(ReviewByNames, TheFolderDialogKeepsTheKeyboard)
     await({named(u"dialog"_s, u"Choose a repository folder"_s)});
 
     const auto behind = std::find_if(items.cbegin(), items.cend(), row.isIt);
-    static_cast<void>(reader().act(*behind, u"Press"_s));
-    static_cast<void>(reader().act(*behind, u"SetFocus"_s));
+    EXPECT_TRUE(reader().act(*behind, u"Press"_s));
+    await({named(u"list"_s, u"Changes in serve.sh"_s)});
     pressKey(u"Escape"_s);
 
     awaitNo(u"dialog"_s, u"Choose a repository folder"_s);
-    await({named(u"heading"_s, u"Working changes"_s)});
+    await({focused(named(u"list"_s, u"Changes in serve.sh"_s))});
+}
+
+TEST_F(ReviewByNames, TheFolderDialogIsLeftByEscapeAfterAFolderOfItsPathWasChosen)
+{
+    await({beginning(u"list item"_s, u"serve.sh, "_s)});
+    pressKey(u"ctrl+o"_s);
+    const Sought root = named(u"push button"_s, u"/"_s);
+    focus(root);
+    press(root);
+    await({named(u"dialog"_s, u"Choose a repository folder"_s), named(u"label"_s, u"usr"_s)});
+
+    pressKey(u"Escape"_s);
+
+    awaitNo(u"dialog"_s, u"Choose a repository folder"_s);
 }
 
 } // namespace

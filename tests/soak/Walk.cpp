@@ -71,6 +71,8 @@ void control(const QStringList &arguments)
 Walk::Walk(const Settings &settings)
     : m_settings(settings)
     , m_chance(settings.seed)
+    , m_watchdogFile(u"%1/watchdog-%2.log"_s.arg(settings.logFolder).arg(settings.seed))
+    , m_watchdog(m_watchdogFile)
 {
     QDir().mkpath(m_settings.logFolder);
     m_log.setFileName(u"%1/steps-%2.log"_s.arg(m_settings.logFolder).arg(m_settings.seed));
@@ -147,14 +149,11 @@ void Walk::start()
     program.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     program.close();
 
-    const QString watchdogFile =
-        u"%1/watchdog-%2.log"_s.arg(m_settings.logFolder).arg(m_settings.seed);
-    QFile::remove(watchdogFile);
-    m_watchdog.emplace(watchdogFile);
+    QFile::remove(m_watchdogFile);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"PATH"_s, m_folder.path() + u"/bin:"_s + environment.value(u"PATH"_s));
     environment.insert(u"LD_PRELOAD"_s, QStringLiteral(LOOPBACK_ONLY));
-    environment.insert(u"VANTREL_WATCHDOG"_s, watchdogFile);
+    environment.insert(u"VANTREL_WATCHDOG"_s, m_watchdogFile);
     environment.insert(u"VANTREL_OPENROUTER_ADDRESS"_s,
                        u"http://127.0.0.1:%1"_s.arg(m_signInSite.serverPort()));
     m_desktop.start({m_repositories.first()->path()}, environment);
@@ -407,13 +406,13 @@ void Walk::beQuiet()
                  .arg(reading.connections)
                  .arg(reading.children.join(u", "_s)));
     }
-    m_watchdog->read();
-    const int heapCount = m_watchdog->heapCount();
+    m_watchdog.read();
+    const int heapCount = m_watchdog.heapCount();
     static_cast<void>(readUntil([&](const Items &) {
-        m_watchdog->read();
-        return m_watchdog->heapCount() > heapCount + 1;
+        m_watchdog.read();
+        return m_watchdog.heapCount() > heapCount + 1;
     }));
-    const QuietPoint point{m_step, seconds(), m_watchdog->heap(), readProcess(process)};
+    const QuietPoint point{m_step, seconds(), m_watchdog.heap(), readProcess(process)};
     m_quietPoints.append(point);
     log(u"quiet: %1 s, resident %2 KB, heap %3 KB, %4 descriptors, %5 threads"_s.arg(point.seconds)
             .arg(point.reading.residentBytes / 1024)
@@ -435,8 +434,10 @@ bool Walk::goHome()
             return false;
         }
     }
-    find(u"no way leads back to the picker from:\n"_s + (items ? listing(*items) : u"nothing"_s));
-    return false;
+    // Nothing that follows would be of a walk at random.
+    throw std::runtime_error(
+        (u"no way leads back to the picker from:\n"_s + (items ? listing(*items) : u"nothing"_s))
+            .toStdString());
 }
 
 /// Whether it is there already.
@@ -551,9 +552,9 @@ void Walk::noteScreen(const Items &items)
 
 bool Walk::checkApplication()
 {
-    m_watchdog->read();
-    for (; m_stretchesRead < m_watchdog->stretches().size(); ++m_stretchesRead) {
-        const Stretch &stretch = m_watchdog->stretches().at(m_stretchesRead);
+    m_watchdog.read();
+    for (; m_stretchesRead < m_watchdog.stretches().size(); ++m_stretchesRead) {
+        const Stretch &stretch = m_watchdog.stretches().at(m_stretchesRead);
         log(describe(stretch));
         if (isHang(stretch)) {
             find(describe(stretch));
@@ -578,7 +579,7 @@ bool Walk::checkApplication()
         const ProcessRun ended = m_desktop.application().waitForEnd();
         find(u"the application ended by itself with status %1, signal %2\n%3"_s.arg(ended.exitCode)
                  .arg(ended.signal)
-                 .arg(m_watchdog->crash()));
+                 .arg(m_watchdog.crash()));
     }
     return !m_hasEnded;
 }
@@ -632,7 +633,7 @@ QString Walk::report() const
     table(u"Requests by fault"_s, m_served);
     table(u"Lines on standard error"_s, m_errorLines);
 
-    QList<Stretch> stretches = m_watchdog ? m_watchdog->stretches() : QList<Stretch>();
+    QList<Stretch> stretches = m_watchdog.stretches();
     std::sort(stretches.begin(), stretches.end(),
               [](const Stretch &one, const Stretch &other) { return one.own() > other.own(); });
     text += u"\nLongest stretches without an event\n"_s;

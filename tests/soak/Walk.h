@@ -102,7 +102,8 @@ private:
     QList<std::shared_ptr<ChangingRepository>> m_repositories{};
     QTcpServer m_signInSite{};
     std::optional<SampleProvider> m_provider{};
-    std::optional<WatchdogLog> m_watchdog{};
+    QString m_watchdogFile{};
+    WatchdogLog m_watchdog;
     Desktop m_desktop{};
 
     int m_step = 0;
