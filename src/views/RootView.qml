@@ -205,12 +205,6 @@ Rectangle {
         onAccepted: root.viewModel.openFolder(dialog.selectedFolder)
     }
 
-    // A dialog of ours loses the keyboard to nothing when the folder whose button has it is left.
-    Shortcut {
-        sequences: ["Escape"]
-        enabled: dialog.visible
-        onActivated: dialog.close()
-    }
     Shortcut {
         sequences: ["Ctrl+O"]
         enabled: root.isScreenInFront

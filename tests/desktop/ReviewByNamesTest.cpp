@@ -159,18 +159,18 @@ TEST_F(ReviewByNames, TheFolderDialogKeepsTheKeyboardWhenARowBehindItIsPressed)
     await({focused(named(u"list"_s, u"Changes in serve.sh"_s))});
 }
 
-TEST_F(ReviewByNames, TheFolderDialogIsLeftByEscapeAfterAFolderOfItsPathWasChosen)
+TEST_F(ReviewByNames, ChoicesThatWereOpenedByAPressTakeTheKeys)
 {
-    await({beginning(u"list item"_s, u"serve.sh, "_s)});
-    pressKey(u"ctrl+o"_s);
-    const Sought root = named(u"push button"_s, u"/"_s);
-    focus(root);
-    press(root);
-    await({named(u"dialog"_s, u"Choose a repository folder"_s), named(u"label"_s, u"usr"_s)});
+    pressKey(u"ctrl+comma"_s);
+    press(named(u"radio button"_s, u"OpenAI"_s));
+    press(named(u"combo box"_s, u"Model"_s));
+    await({named(u"list"_s, u"Model"_s), focused(named(u"combo box"_s, u"Model"_s))});
 
+    activateWindow(u"Settings"_s);
     pressKey(u"Escape"_s);
 
-    awaitNo(u"dialog"_s, u"Choose a repository folder"_s);
+    awaitNo(u"list"_s, u"Model"_s);
+    await({named(u"frame"_s, u"Settings"_s)});
 }
 
 } // namespace

@@ -60,6 +60,12 @@ bool isEnding(const ShownItem &item)
     return QStringList{u"Quit Vantrel"_s, u"Minimise"_s, u"Close"_s}.contains(item.name);
 }
 
+/// Lies over a window, which is closed by Escape.
+bool liesOver(const ShownItem &item)
+{
+    return item.role == "dialog"_L1 || item.role == "popup menu"_L1;
+}
+
 /// Windows come and go, so it may fail.
 void control(const QStringList &arguments)
 {
@@ -447,16 +453,15 @@ bool Walk::takeStepHome(const Items &items)
         if (item.role == "frame"_L1 && item.name != mainTitle) {
             control({u"search"_s, u"--onlyvisible"_s, u"--name"_s, u'^' + item.name + u'$',
                      u"windowfocus"_s});
-            pressKey(u"Escape"_s);
+            escapeFrom(items,
+                       std::find_if(items.cbegin(), items.cend(), liesOver) - items.cbegin());
             pressKey(u"ctrl+w"_s);
             return false;
         }
     }
     activateWindow(mainTitle);
-    const auto isOpen = [](const ShownItem &item) {
-        return item.role == "dialog"_L1 || item.role == "popup menu"_L1;
-    };
-    if (std::any_of(items.cbegin(), items.cend(), isOpen)) {
+    const auto open = std::find_if(items.cbegin(), items.cend(), liesOver);
+    if (open != items.cend()) {
         for (const QString &name :
              {u"Cancel"_s, u"Not Now"_s, u"Done"_s, u"Continue"_s, u"Back"_s}) {
             // Escape must do as well.
@@ -464,7 +469,7 @@ bool Walk::takeStepHome(const Items &items)
                 return false;
             }
         }
-        pressKey(u"Escape"_s);
+        escapeFrom(items, open - items.cbegin());
         return false;
     }
     if (tryPress(items, u"push button"_s, u"All files"_s) ||
@@ -476,6 +481,18 @@ bool Walk::takeStepHome(const Items &items)
     }
     pressKey(u"Escape"_s);
     return false;
+}
+
+/// As somebody does whose screen reader has wandered off: back into what lies over the screen, and
+/// out.
+void Walk::escapeFrom(const Items &items, qsizetype place)
+{
+    for (const ShownItem &item : items.sliced(place)) {
+        if (m_desktop.reader().act(item, u"SetFocus"_s)) {
+            break;
+        }
+    }
+    pressKey(u"Escape"_s);
 }
 
 std::optional<QList<ShownItem>> Walk::read()

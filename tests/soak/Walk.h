@@ -82,6 +82,7 @@ private:
     void beQuiet();
     bool goHome();
     bool takeStepHome(const Items &items);
+    void escapeFrom(const Items &items, qsizetype place);
 
     std::optional<Items> read();
     [[nodiscard]] std::optional<Items> readUntil(const std::function<bool(const Items &)> &isSo);
