@@ -23,6 +23,9 @@
 #ifdef __GLIBC__
 #include <malloc.h>
 #endif
+#ifdef VANTREL_HAS_WATCHDOG
+#include "platform/watchdog/linux/InterfaceWatchdog.h"
+#endif
 
 Q_IMPORT_QML_PLUGIN(VantrelPlugin)
 
@@ -204,6 +207,12 @@ int runApplication(int argc, char **argv, const vantrel::StartRequest &request)
                          openFolder(asked);
                          vantrel::activateWindow(*mainWindow, asked);
                      });
+#ifdef VANTREL_HAS_WATCHDOG
+    std::optional<vantrel::InterfaceWatchdog> watchdog;
+    if (qEnvironmentVariableIsSet("VANTREL_WATCHDOG")) {
+        watchdog.emplace(qEnvironmentVariable("VANTREL_WATCHDOG"));
+    }
+#endif
     return QGuiApplication::exec();
 }
 

@@ -20,6 +20,10 @@ T.Menu {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     padding: Theme.spaceXs + Theme.hairlineWidth
     closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutsideParent
+    // Escape would not reach it any more.
+    onActiveFocusChanged: if (!root.activeFocus) {
+        root.close();
+    }
 
     contentItem: ListView {
         implicitHeight: contentHeight

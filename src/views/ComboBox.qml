@@ -23,7 +23,11 @@ T.ComboBox {
     Accessible.role: Accessible.ComboBox
     Accessible.name: root.label
     Accessible.description: root.displayText
-    Accessible.onPressAction: root.popup.open()
+    // The rows take their keys from here.
+    Accessible.onPressAction: {
+        root.forceActiveFocus(Qt.OtherFocusReason);
+        root.popup.open();
+    }
     // Return opens the rows too. Its release it is that takes a row while they are open.
     Keys.onReleased: event => {
         event.accepted = !root.popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);

@@ -16,8 +16,9 @@ Rectangle {
 
     readonly property bool isPicking: root.viewModel.fileList === null && root.viewModel.diff === null
 
-    /// Nothing lies over the screen.
-    readonly property bool isScreenInFront: !notice.visible && !question.visible && !root.isSettingUp
+    /// Nothing lies over the screen. Behind a folder dialog of ours, a screen reader could otherwise take
+    /// the keyboard away from it, and no key would close it any more.
+    readonly property bool isScreenInFront: !notice.visible && !question.visible && !root.isSettingUp && !dialog.visible
     readonly property bool isSettingUp: root.viewModel.setup.viewModel !== null
 
     signal settingsRequested

@@ -10,7 +10,17 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-using ReviewByNames = ReviewFixture;
+class ReviewByNames : public ReviewFixture
+{
+protected:
+    void awaitNo(const QString &role, const QString &name)
+    {
+        awaitThat(u"the end of "_s + role + u' ' + name, [&] {
+            const auto shown = reader().read();
+            return shown && std::none_of(shown->cbegin(), shown->cend(), named(role, name).isIt);
+        });
+    }
+};
 
 const QString question = u"Who calls this?"_s;
 
@@ -119,6 +129,48 @@ TEST_F(ReviewByNames, ARecentRepositoryIsOpenedFromThePicker)
     press(named(u"list item"_s, repositoryName()));
 
     await({named(u"heading"_s, u"Working changes"_s), named(u"label"_s, u"13 files"_s)});
+}
+
+TEST_F(ReviewByNames, AMenuIsClosedWhenTheKeyboardIsTakenElsewhere)
+{
+    press(named(u"push button"_s, u"Menu"_s));
+    await({named(u"menu item"_s, u"Settings…"_s)});
+
+    const Sought elsewhere = named(u"push button"_s, u"All projects"_s);
+    focus(elsewhere);
+
+    awaitNo(u"menu item"_s, u"Settings…"_s);
+    await({focused(elsewhere)});
+}
+
+TEST_F(ReviewByNames, TheFolderDialogKeepsTheKeyboardWhenARowBehindItIsPressed)
+{
+    const Sought row = beginning(u"list item"_s, u"serve.sh, "_s);
+    const QList<ShownItem> items = await({row});
+    pressKey(u"ctrl+o"_s);
+    await({named(u"dialog"_s, u"Choose a repository folder"_s)});
+
+    const auto behind = std::find_if(items.cbegin(), items.cend(), row.isIt);
+    EXPECT_TRUE(reader().act(*behind, u"Press"_s));
+    await({named(u"list"_s, u"Changes in serve.sh"_s)});
+    pressKey(u"Escape"_s);
+
+    awaitNo(u"dialog"_s, u"Choose a repository folder"_s);
+    await({focused(named(u"list"_s, u"Changes in serve.sh"_s))});
+}
+
+TEST_F(ReviewByNames, ChoicesThatWereOpenedByAPressTakeTheKeys)
+{
+    pressKey(u"ctrl+comma"_s);
+    press(named(u"radio button"_s, u"OpenAI"_s));
+    press(named(u"combo box"_s, u"Model"_s));
+    await({named(u"list"_s, u"Model"_s), focused(named(u"combo box"_s, u"Model"_s))});
+
+    activateWindow(u"Settings"_s);
+    pressKey(u"Escape"_s);
+
+    awaitNo(u"list"_s, u"Model"_s);
+    await({named(u"frame"_s, u"Settings"_s)});
 }
 
 } // namespace

@@ -16,6 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString accessibleInterface = u"org.a11y.atspi.Accessible"_s;
+const QString actionInterface = u"org.a11y.atspi.Action"_s;
 const QString rootPath = u"/org/a11y/atspi/accessible/root"_s;
 
 constexpr int answerLimitMs = 60'000;
@@ -112,13 +113,12 @@ std::optional<QList<ShownItem>> ScreenReader::read()
     return items;
 }
 
-bool ScreenReader::act(const ShownItem &item, const QString &action) const
+QStringList ScreenReader::actions(const ShownItem &item) const
 {
-    const QString interface = u"org.a11y.atspi.Action"_s;
     const QVariant actions =
-        valueOf(ask(m_bus, m_application, item.path, interface, u"GetActions"_s));
+        valueOf(ask(m_bus, m_application, item.path, actionInterface, u"GetActions"_s));
     if (!actions.isValid()) {
-        return false;
+        return {};
     }
     const auto argument = actions.value<QDBusArgument>();
     QStringList names;
@@ -133,9 +133,14 @@ bool ScreenReader::act(const ShownItem &item, const QString &action) const
         names.append(name);
     }
     argument.endArray();
-    const auto index = int(names.indexOf(action));
+    return names;
+}
+
+bool ScreenReader::act(const ShownItem &item, const QString &action) const
+{
+    const auto index = int(actions(item).indexOf(action));
     return index >= 0 &&
-           valueOf(ask(m_bus, m_application, item.path, interface, u"DoAction"_s, {index}))
+           valueOf(ask(m_bus, m_application, item.path, actionInterface, u"DoAction"_s, {index}))
                .isValid();
 }
 

@@ -19,6 +19,8 @@ struct ShownItem
     QString path{};     ///< Where it is asked for more.
     int depth = 0;
 
+    [[nodiscard]] bool isEnabled() const { return hasState(8) && hasState(24); }
+    [[nodiscard]] bool isEditable() const { return hasState(7); }
     [[nodiscard]] bool isActive() const { return hasState(1); }
     [[nodiscard]] bool isFocused() const { return hasState(12); }
     [[nodiscard]] bool isSelected() const { return hasState(23); }
@@ -42,6 +44,9 @@ public:
     /// What is shown now, in reading order. Nothing while the application is not there, or when it
     /// changed so much during the reading that an item went away.
     [[nodiscard]] std::optional<QList<ShownItem>> read();
+
+    /// The names of what the item can be asked to do; none when it has gone.
+    [[nodiscard]] QStringList actions(const ShownItem &item) const;
 
     /// Does what the item offers under this name; whether it could.
     [[nodiscard]] bool act(const ShownItem &item, const QString &action) const;

@@ -126,6 +126,8 @@ ProcessRun ChildProcess::waitForEnd(int limitSeconds)
     ::waitpid(std::exchange(m_process, -1), &status, 0);
     if (WIFEXITED(status)) {
         result.exitCode = WEXITSTATUS(status);
+    } else {
+        result.signal = WTERMSIG(status);
     }
     result.output = contents(m_output);
     result.errors = contents(m_errors) + (hasEnded ? "" : "(hung)");

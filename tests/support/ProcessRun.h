@@ -15,6 +15,7 @@ struct ProcessRun
     int exitCode = -1; ///< -1 when it crashed, did not start, or hung and was ended.
     QByteArray output{};
     QByteArray errors{};
+    int signal = 0; ///< The one that ended it; 0 when it exited.
 };
 
 /// A child process whose output goes to files. Not a QProcess, which shares this process's memory
@@ -30,6 +31,9 @@ public:
     ChildProcess(const ChildProcess &) = delete;
     ChildProcess &operator=(const ChildProcess &) = delete;
     ~ChildProcess(); ///< Ends it at once.
+
+    /// Its number in the system.
+    [[nodiscard]] pid_t id() const { return m_process; }
 
     void write(const QByteArray &input);
     void closeInput();

@@ -11,6 +11,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <sys/socket.h>
 
 namespace vantrel::sample {
 
@@ -56,49 +57,145 @@ QByteArray chunk(const QJsonObject &delta)
     return "data: " + toJson(body) + "\n\n";
 }
 
-/// The streamed form of an answer, word by word, as the events are sent.
+const QByteArray eventsHead = "HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\n"
+                              "Connection: close\r\n\r\n";
+
+constexpr qsizetype hugeCharacters = qsizetype(3) * 1024 * 1024;
+constexpr int charactersPerHugePart = 16 * 1024;
+constexpr int slowPartMs = 700;
+
+/// The parts of an answer: words, or large pieces of what would be too many words.
+QStringList partsOf(const QString &text)
+{
+    static const QRegularExpression word(u"\\s*\\S+|\\s+$"_s);
+    static const QRegularExpression piece(
+        u"(?s).{1,%1}"_s.arg(charactersPerHugePart)); // The dot takes line ends, too.
+    QStringList parts;
+    for (auto match = (text.size() < hugeCharacters ? word : piece).globalMatch(text);
+         match.hasNext();) {
+        parts.append(match.next().captured());
+    }
+    return parts;
+}
+
+/// The streamed form of an answer as the events are sent, below the head of the response.
 QByteArrayList events(const QString &text)
 {
-    QByteArrayList all{": the sample provider\n\n", chunk({{u"role"_s, u"assistant"_s}})};
-    static const QRegularExpression word(u"\\s*\\S+|\\s+$"_s);
-    for (auto match = word.globalMatch(text); match.hasNext();) {
-        all.append(chunk({{u"content"_s, match.next().captured()}}));
+    QByteArrayList all{eventsHead, ": the sample provider\n\n",
+                       chunk({{u"role"_s, u"assistant"_s}})};
+    for (const QString &part : partsOf(text)) {
+        all.append(chunk({{u"content"_s, part}}));
     }
     all.append("data: [DONE]\n\n");
     return all;
 }
 
-/// Sends the events one after another, and closes the connection behind the last.
-class EventSender final : public QObject
+/// What is sent, one part after another, and what then becomes of the connection.
+struct Answer
+{
+    enum class End { keep, close, reset };
+
+    QByteArrayList parts{};
+    End end = End::keep;
+    int delayMs = 0; ///< Before each part but the first.
+};
+
+/// Lets the peer see a reset, as of a program that crashed, where a plain end would be good HTTP.
+void reset(QTcpSocket *socket)
+{
+    socket->flush();
+    const linger atOnce{1, 0};
+    ::setsockopt(int(socket->socketDescriptor()), SOL_SOCKET, SO_LINGER, &atOnce, sizeof(atOnce));
+    socket->abort();
+}
+
+/// Sends an answer.
+class AnswerSender final : public QObject
 {
 public:
-    EventSender(QTcpSocket *socket, const QByteArrayList &pending, int delayMs)
+    AnswerSender(QTcpSocket *socket, const Answer &answer)
         : QObject(socket) // Ends with the connection.
         , m_socket(socket)
-        , m_events(pending)
+        , m_answer(answer)
     {
-        m_timer.setInterval(delayMs);
-        connect(&m_timer, &QTimer::timeout, this, &EventSender::sendNext);
-        m_socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/event-stream\r\n"
-                        "Connection: close\r\n\r\n");
+        m_timer.setInterval(m_answer.delayMs);
+        connect(&m_timer, &QTimer::timeout, this, &AnswerSender::sendNext);
         m_timer.start();
+        sendNext();
     }
 
 private:
     void sendNext()
     {
-        if (m_events.isEmpty()) {
-            m_timer.stop();
-            m_socket->disconnectFromHost();
+        if (!m_answer.parts.isEmpty()) {
+            m_socket->write(m_answer.parts.takeFirst());
             return;
         }
-        m_socket->write(m_events.takeFirst());
+        m_timer.stop();
+        switch (m_answer.end) {
+        case Answer::End::keep:
+            deleteLater();
+            return;
+        case Answer::End::close:
+            m_socket->disconnectFromHost();
+            return;
+        case Answer::End::reset:
+            reset(m_socket);
+            return;
+        }
     }
 
     QTcpSocket *m_socket;
-    QByteArrayList m_events;
+    Answer m_answer;
     QTimer m_timer;
 };
+
+/// The answer to a question as a provider in order gives it.
+Answer goodAnswer(const QString &text, bool isStreamed, int delayMs)
+{
+    return isStreamed ? Answer{events(text), Answer::End::close, delayMs}
+                      : Answer{{response(200, wholeReply(text))}};
+}
+
+/// Whatever was asked, until the answer has some megabytes.
+QString hugeText(const QString &text)
+{
+    return (text + u"\n\n"_s).repeated(hugeCharacters / (text.size() + 2) + 1);
+}
+
+/// What the fault makes of the good answer.
+Answer withFault(Fault fault, const Answer &good)
+{
+    const QByteArray bytes = good.parts.join();
+    const qsizetype third = bytes.size() / 3;
+    switch (fault) {
+    case Fault::none:
+    case Fault::huge:
+        return good;
+    case Fault::slow:
+        return {{bytes.first(third), bytes.sliced(third, third), bytes.sliced(2 * third)},
+                good.end,
+                slowPartMs};
+    case Fault::silent:
+        return {};
+    case Fault::resetBeforeHead:
+        return {{}, Answer::End::reset};
+    case Fault::resetInAnswer:
+        return {{bytes.first(third)}, Answer::End::reset};
+    case Fault::noHttp:
+        return {{"220 mail.example.com\r\n\r\n\xff\xfe"}, Answer::End::close};
+    case Fault::brokenBody:
+        return {{good.end == Answer::End::close
+                     ? eventsHead + "data: {\"choices\": [\n\ndata\n\n\xff\xfe\n\n"
+                     : response(200, "{\"choices\": [{\"message\"")},
+                Answer::End::close};
+    case Fault::tooManyRequests:
+        return {{response(429, errorBody(u"The sample has had enough."_s))}};
+    case Fault::serverError:
+        return {{response(500, errorBody(u"The sample fails by chance."_s))}};
+    }
+    Q_UNREACHABLE();
+}
 
 } // namespace
 
@@ -142,42 +239,44 @@ void SampleServer::takeConnections(QTcpServer &server)
 
 void SampleServer::answer(QTcpSocket *socket, const ReceivedRequest &request)
 {
-    log(request);
+    const Fault fault = m_options.faults ? m_options.faults->next() : Fault::none;
+    log(request, fault);
     if (m_options.status != 0) {
         socket->write(response(m_options.status, errorBody(u"The sample fails as told."_s)));
         return;
     }
-    if (request.method == "GET" && request.path.endsWith("/models")) {
-        socket->write(response(200, modelList()));
-        return;
-    }
-    if (request.method != "POST" || !request.path.endsWith("/chat/completions")) {
+    const bool isList = request.method == "GET" && request.path.endsWith("/models");
+    if (!isList && (request.method != "POST" || !request.path.endsWith("/chat/completions"))) {
         socket->write(response(404, errorBody(u"The sample knows no such path."_s)));
         return;
     }
-    const auto question = readQuestion(request.body);
-    if (!question) {
-        socket->write(response(400, errorBody(u"The body is no chat-completions request."_s)));
-        return;
+    Answer good{{response(200, modelList())}};
+    if (!isList) {
+        const auto question = readQuestion(request.body);
+        if (!question) {
+            socket->write(response(400, errorBody(u"The body is no chat-completions request."_s)));
+            return;
+        }
+        const QString text = m_options.answer(*question);
+        good = goodAnswer(fault == Fault::huge ? hugeText(text) : text, question->isStreamed,
+                          m_options.delayMs);
     }
-    const QString text = m_options.answer(*question);
-    if (question->isStreamed) {
-        new EventSender(socket, events(text), m_options.delayMs);
-    } else {
-        socket->write(response(200, wholeReply(text)));
-    }
+    new AnswerSender(socket, withFault(fault, good));
 }
 
-void SampleServer::log(const ReceivedRequest &request) const
+void SampleServer::log(const ReceivedRequest &request, Fault fault) const
 {
     QFile file(m_options.logFile);
     if (m_options.logFile.isEmpty() || !file.open(QIODevice::Append)) {
         return;
     }
-    const QJsonObject line{{u"method"_s, QString::fromUtf8(request.method)},
-                           {u"path"_s, QString::fromUtf8(request.path)},
-                           {u"hasAuthorization"_s, request.hasAuthorization},
-                           {u"body"_s, QJsonDocument::fromJson(request.body).object()}};
+    QJsonObject line{{u"method"_s, QString::fromUtf8(request.method)},
+                     {u"path"_s, QString::fromUtf8(request.path)},
+                     {u"hasAuthorization"_s, request.hasAuthorization},
+                     {u"body"_s, QJsonDocument::fromJson(request.body).object()}};
+    if (m_options.faults) {
+        line.insert(u"fault"_s, faultName(fault));
+    }
     file.write(toJson(line) + '\n');
 }
 

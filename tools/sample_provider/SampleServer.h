@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Faults.h"
 #include "HttpRequestParser.h"
 #include "SampleAnswers.h"
 
@@ -8,6 +9,7 @@
 #include <QTcpServer>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 class QTcpSocket;
@@ -27,6 +29,7 @@ public:
         int status = 0;    ///< Answers every request with this status; 0: answers it.
         QString logFile{}; ///< One line of JSON per request; empty: none.
         std::function<QString(const SampleQuestion &)> answer = answerTo;
+        std::optional<Faults> faults{}; ///< Misbehaves by these; nothing: never.
     };
 
     explicit SampleServer(Options options, QObject *parent = nullptr);
@@ -39,7 +42,7 @@ public:
 private:
     void takeConnections(QTcpServer &server);
     void answer(QTcpSocket *socket, const ReceivedRequest &request);
-    void log(const ReceivedRequest &request) const;
+    void log(const ReceivedRequest &request, Fault fault) const;
 
     Options m_options;
     QTcpServer m_ipv4{};

@@ -26,9 +26,12 @@ int main(int argc, char **argv)
                                     u"0"_s);
     const QCommandLineOption log(u"log"_s, u"Append each request to this file, as JSON."_s,
                                  u"FILE"_s);
+    const QCommandLineOption faults(
+        u"faults"_s, u"Misbehave at some requests, chosen by this number: slow, silent, broken…"_s,
+        u"SEED"_s);
     const QCommandLineOption untilClosed(u"until-stdin-closes"_s,
                                          u"End when standard input is closed."_s);
-    parser.addOptions({port, delay, status, log, untilClosed});
+    parser.addOptions({port, delay, status, log, faults, untilClosed});
     parser.process(application);
 
     SampleServer::Options options;
@@ -36,6 +39,9 @@ int main(int argc, char **argv)
     options.delayMs = parser.value(delay).toInt();
     options.status = parser.value(status).toInt();
     options.logFile = parser.value(log);
+    if (parser.isSet(faults)) {
+        options.faults.emplace(parser.value(faults).toUInt());
+    }
     SampleServer server(options);
     if (!server.listen()) {
         std::fprintf(stderr, "sample_provider: %s\n", qPrintable(server.errorString()));
