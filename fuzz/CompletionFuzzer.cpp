@@ -39,7 +39,7 @@ void checkContent(const QByteArray &body)
 void checkRequest(const QString &text)
 {
     const vantrel::ChatCompletionRequest request{
-        u"model"_s, {{u"system"_s, text}, {u"user"_s, text + text}}, true};
+        u"model"_s, {{u"system"_s, {text}}, {u"user"_s, {text, text}}}, true};
     const QByteArray body = encodeRequest(request);
     const QByteArray quoted = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
     const QByteArray escaped = quoted.sliced(2, quoted.size() - 4); // Without [" and "].
