@@ -163,10 +163,10 @@ TEST_F(ReviewByNames, ChoicesThatWereOpenedByAPressTakeTheKeys)
 {
     pressKey(u"ctrl+comma"_s);
     press(named(u"radio button"_s, u"OpenAI"_s));
-    press(named(u"combo box"_s, u"Model"_s));
-    await({named(u"list"_s, u"Model"_s), focused(named(u"combo box"_s, u"Model"_s))});
-
     activateWindow(u"Settings"_s);
+    press(named(u"combo box"_s, u"Model"_s));
+    await({named(u"list"_s, u"Model"_s)});
+
     pressKey(u"Escape"_s);
 
     awaitNo(u"list"_s, u"Model"_s);
