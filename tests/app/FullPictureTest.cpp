@@ -211,6 +211,8 @@ TEST_F(FullPictureTest, AChangedConfigurationDoesNotTouchIt)
 {
     open(files);
     answer(0, fullPicture);
+    // The first hunk is explained in advance, once a worker has laid it out.
+    runUntil([this] { return !services.ai.explanations.empty(); });
     newEntries();
 
     services.notificationCenter.post(aiConfigurationDidChange);

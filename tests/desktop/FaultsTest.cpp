@@ -1,5 +1,5 @@
-// The application whose preferences, repository or provider fail it: one sentence each, and it can be
-// used further.
+// The application whose preferences, repository or provider fail it: one sentence each, and it can
+// be used further.
 
 #include "DesktopFixture.h"
 #include "HttpRequestParser.h"
@@ -164,8 +164,8 @@ TEST_F(Faults, OfARepositoryThatIsDeletedWhatWasListedStaysUntilTheNextListing)
               0);
 
     press(named(u"push button"_s, u"All files"_s));
-    EXPECT_EQ(
-        alertsIn(await({alert(u"Couldn't read git status: No such file or directory"_s)})), 1);
+    EXPECT_EQ(alertsIn(await({alert(u"Couldn't read git status: No such file or directory"_s)})),
+              1);
 
     press(named(u"push button"_s, u"All projects"_s));
     press(named(u"list item"_s, repositoryName));
