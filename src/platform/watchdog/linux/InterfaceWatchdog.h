@@ -19,14 +19,11 @@ namespace vantrel {
 ///
 /// It posts an event, waits until that is taken, and posts the next one 10 ms later. Lines:
 ///
-///     begun                     no event taken for 100 ms; where the interface thread is then
-///     follows,
-///                               one function to a line
-///     stretch WALL RUN QUEUED   the event was taken after all: the microseconds that passed, those
-///     in
-///                               which the thread ran, and those in which it waited for a processor
-///     heap BYTES                twice a second: what the process has allocated and not yet freed
-///     crash SIGNAL              the process ends by a signal; its stack follows
+///     begun                    no event taken for 100 ms; the interface thread's stack follows
+///     stretch WALL RUN QUEUED  taken after all: the microseconds that passed, those in which the
+///                              thread ran, and those in which it waited for a processor
+///     heap BYTES               twice a second: what is allocated and not yet freed
+///     crash SIGNAL             the process ends by a signal; its stack follows
 ///
 /// What a stretch has beyond its queued time is the thread's own doing: it computed, or it waited
 /// for something. Thread: interface.
@@ -52,10 +49,11 @@ private:
 
     std::mutex m_mutex{};
     std::condition_variable m_changed{};
-    ThreadTimes
-        m_taken{}; ///< When the last event was taken. Guarded by the mutex, as the next two.
+    // Guarded by the mutex:
+    ThreadTimes m_taken{}; ///< When the last event was taken.
     bool m_isTaken = false;
     bool m_isOver = false;
+
     std::thread m_observer{}; ///< The last member, since it uses all others.
 };
 
