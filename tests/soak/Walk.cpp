@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -418,11 +419,15 @@ void Walk::beQuiet()
         m_watchdog.read();
         return m_watchdog.heapCount() > heapCount + 1;
     }));
-    const QuietPoint point{m_step, seconds(), m_watchdog.heap(), readProcess(process)};
+    // In memory their texts are UTF-16, while nearly all of the file is one byte for a character.
+    const qint64 stored = QFileInfo(m_desktop.folder() + u"/com.orbisk.app/chatHistory"_s).size();
+    const QuietPoint point{m_step, seconds(), m_watchdog.heap(), 2 * stored, readProcess(process)};
     m_quietPoints.append(point);
-    log(u"quiet: %1 s, resident %2 KB, heap %3 KB, %4 descriptors, %5 threads"_s.arg(point.seconds)
+    log(u"quiet: %1 s, resident %2 KB, heap %3 KB, conversations %4 KB, %5 descriptors, %6 threads"_s
+            .arg(point.seconds)
             .arg(point.reading.residentBytes / 1024)
             .arg(point.heap / 1024)
+            .arg(point.conversations / 1024)
             .arg(point.reading.descriptors.size())
             .arg(point.reading.threads));
 }
@@ -658,12 +663,14 @@ QString Walk::report() const
         text += u"  "_s + describe(stretch).section(u'\n', 0, 0) + u'\n';
     }
     text +=
-        u"\nQuiet points\n    step  seconds  resident KB   heap KB  descriptors  threads  children\n"_s;
+        u"\nQuiet points\n    step  seconds  resident KB   heap KB  conversations KB  descriptors  "
+        "threads  children\n"_s;
     for (const QuietPoint &point : m_quietPoints) {
-        text += u"%1 %2 %3 %4 %5 %6 %7\n"_s.arg(point.step, 8)
+        text += u"%1 %2 %3 %4 %5 %6 %7 %8\n"_s.arg(point.step, 8)
                     .arg(point.seconds, 8, 'f', 0)
                     .arg(point.reading.residentBytes / 1024, 12)
                     .arg(point.heap / 1024, 9)
+                    .arg(point.conversations / 1024, 17)
                     .arg(point.reading.descriptors.size(), 12)
                     .arg(point.reading.threads, 8)
                     .arg(point.reading.children.size(), 9);

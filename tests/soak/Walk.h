@@ -24,7 +24,8 @@ struct QuietPoint
 {
     int step = 0;
     double seconds = 0;
-    qint64 heap = 0; ///< Bytes.
+    qint64 heap = 0;          ///< Bytes.
+    qint64 conversations = 0; ///< Bytes of it that hold the conversations which are kept.
     ProcessReading reading{};
 };
 

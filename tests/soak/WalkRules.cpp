@@ -24,13 +24,19 @@ QMap<QString, int> counts(const QStringList &kinds)
     return all;
 }
 
+qint64 judgedBytes(const QuietPoint &point)
+{
+    return point.heap - point.conversations;
+}
+
 /// Bytes from one point to the next.
 double medianSlope(const QList<QuietPoint> &points)
 {
     QList<double> slopes;
     for (qsizetype i = 0; i < points.size(); ++i) {
         for (qsizetype j = i + 1; j < points.size(); ++j) {
-            slopes.append(double(points.at(j).heap - points.at(i).heap) / double(j - i));
+            slopes.append(double(judgedBytes(points.at(j)) - judgedBytes(points.at(i))) /
+                          double(j - i));
         }
     }
     std::sort(slopes.begin(), slopes.end());

@@ -23,8 +23,10 @@ namespace vantrel::test {
 /// thread with an event loop has.
 ///
 /// Memory is judged by what is allocated, since the pages that hold it are returned to the system
-/// by chance. It may lie higher or lower by what was shown last, so not single points are compared:
-/// the median of the slopes between all pairs of points must not lead to 8 MB over all of them.
+/// by chance, less what the kept conversations take: the last fifty are held, each with the text of
+/// its hunk, and a hunk may be many megabytes. It may lie higher or lower by what was shown last,
+/// so not single points are compared: the median of the slopes between all pairs of points must not
+/// lead to 8 MB over all of them.
 [[nodiscard]] QStringList findingsOf(const QList<QuietPoint> &points);
 
 } // namespace vantrel::test

@@ -59,6 +59,17 @@ TEST(WalkRules, MemoryThatGrowsAllTheTimeIsFoundAndOneThatVariesIsNot)
     EXPECT_EQ(findingsOf(points).size(), 1);
 }
 
+TEST(WalkRules, MemoryThatHoldsMoreConversationsIsNoFinding)
+{
+    QList<QuietPoint> points = evenPoints();
+    for (qsizetype i = 0; i < points.size(); ++i) {
+        points[i].heap += i * 2 * megabyte;
+        points[i].conversations = i * 2 * megabyte;
+    }
+
+    EXPECT_EQ(findingsOf(points), QStringList());
+}
+
 TEST(WalkRules, AHangIsWhatTheThreadDidItself)
 {
     EXPECT_FALSE(isHang({300, 90, 205, {}}));
