@@ -5,6 +5,8 @@
 #include "FuzzCheck.h"
 #include "NaiveDiff.h"
 #include "models/DiffParser.h"
+#include "models/DiffText.h"
+#include "models/FileChange.h"
 #include "models/RowAligner.h"
 
 using vantrel::DiffLine;
@@ -123,6 +125,9 @@ void vantrel::fuzz::tryInput(QByteArrayView input)
     const QList<RawHunk> hunks = parseUnifiedDiff(text);
     check(hunks == vantrel::fuzz::naiveParseUnifiedDiff(bytes), "fast hunks are the naive ones");
     checkLines(text, hunks);
+    FileChange file;
+    file.hunks = hunks;
+    check(fileDiffText(file) == naiveFileDiffText(hunks), "the fast text is the naive one");
     for (const RawHunk &hunk : hunks) {
         checkRows(hunk);
     }

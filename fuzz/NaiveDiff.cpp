@@ -127,4 +127,18 @@ QList<DiffRow> naiveAlignRows(const RawHunk &hunk)
     return rows;
 }
 
+QString naiveFileDiffText(const QList<RawHunk> &hunks)
+{
+    QByteArrayList lines;
+    for (const RawHunk &hunk : hunks) {
+        for (const RawDiffLine &line : hunk.lines) {
+            const char *const prefix = line.kind == RawLineKind::addition   ? "+"
+                                       : line.kind == RawLineKind::deletion ? "-"
+                                                                            : " ";
+            lines.append(prefix + line.text.utf8().toByteArray());
+        }
+    }
+    return QString::fromUtf8(lines.join('\n'));
+}
+
 } // namespace vantrel::fuzz

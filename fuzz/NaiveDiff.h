@@ -14,5 +14,6 @@ namespace vantrel::fuzz {
 [[nodiscard]] HunkStarts naiveParseHunkHeader(const QByteArray &header);
 [[nodiscard]] RawHunk naiveUntrackedHunk(const QByteArray &text);
 [[nodiscard]] QList<DiffRow> naiveAlignRows(const RawHunk &hunk);
+[[nodiscard]] QString naiveFileDiffText(const QList<RawHunk> &hunks);
 
 } // namespace vantrel::fuzz
