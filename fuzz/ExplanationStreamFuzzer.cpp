@@ -1,6 +1,7 @@
 // However a reply is cut into deltas, its prose, the order of its events and its record are the
 // same, and no prose holds the delimiter.
 
+#include "CutInput.h"
 #include "FuzzCheck.h"
 
 #include "ai/HunkExplanationStreamParser.h"
@@ -86,16 +87,10 @@ bool isCutIndependent(const QString &reply)
 
 } // namespace
 
-/// The first byte says how many of the next are the lengths of the pieces; the rest is the reply.
 void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    if (input.isEmpty()) {
-        return;
-    }
-    const QByteArrayView rest = input.sliced(1);
-    const qsizetype cutCount = std::min<qsizetype>(std::uint8_t(input[0]) % 16, rest.size());
-    const QByteArrayView cuts = rest.first(cutCount);
-    const QString reply = QString::fromUtf8(rest.sliced(cutCount));
+    const auto [cuts, text] = cutInput(input);
+    const QString reply = QString::fromUtf8(text);
     const char single = 0;
 
     const Parsed whole = parse(reply, {});

@@ -1,5 +1,6 @@
 // However an event stream is cut into blocks, it gives the same deltas, and none of them is empty.
 
+#include "CutInput.h"
 #include "FuzzCheck.h"
 
 #include "ai/SseDeltaDecoder.h"
@@ -37,16 +38,9 @@ Decoded decode(QByteArrayView stream, QByteArrayView cuts)
 
 } // namespace
 
-/// The first byte says how many of the next are the lengths of the pieces; the rest is the stream.
 void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    if (input.isEmpty()) {
-        return;
-    }
-    const QByteArrayView rest = input.sliced(1);
-    const qsizetype cutCount = std::min<qsizetype>(std::uint8_t(input[0]) % 16, rest.size());
-    const QByteArrayView cuts = rest.first(cutCount);
-    const QByteArrayView stream = rest.sliced(cutCount);
+    const auto [cuts, stream] = cutInput(input);
     const char single = 0;
 
     const Decoded whole = decode(stream, {});

@@ -1,6 +1,7 @@
 // However a text is cut between its characters, its parts are the text again, as strings and as
 // bytes, and each keeps all of its characters.
 
+#include "CutInput.h"
 #include "FuzzCheck.h"
 
 #include "models/TextSlice.h"
@@ -42,15 +43,10 @@ QString joined(const TextSlice &text, QByteArrayView cuts)
 
 } // namespace
 
-/// The first byte says how many of the next are the lengths of the parts; the rest is the text.
 void vantrel::fuzz::tryInput(QByteArrayView input)
 {
-    if (input.isEmpty()) {
-        return;
-    }
-    const QByteArrayView rest = input.sliced(1);
-    const qsizetype cutCount = std::min<qsizetype>(std::uint8_t(input[0]) % 16, rest.size());
-    const QByteArrayView utf8 = rest.sliced(cutCount);
+    const CutInput parts = cutInput(input);
+    const QByteArrayView utf8 = parts.text;
     if (!utf8.isValidUtf8()) {
         return;
     }
@@ -58,6 +54,6 @@ void vantrel::fuzz::tryInput(QByteArrayView input)
     const QString whole = text.toString();
 
     check(whole.toUtf8() == utf8, "a text keeps its characters");
-    check(joined(text, rest.first(cutCount)) == whole, "the parts are the text");
+    check(joined(text, parts.cuts) == whole, "the parts are the text");
     check(joined(text, {}) == whole, "its characters are the text");
 }
