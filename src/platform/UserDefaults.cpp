@@ -17,6 +17,7 @@
 #include <chrono>
 #include <cstdio>
 #include <fcntl.h>
+#include <map>
 #include <mutex>
 #include <sys/file.h>
 #include <thread>
@@ -183,7 +184,7 @@ struct UserDefaults::Unsaved
     /// Writes the content, and once that succeeds what waits.
     Result<void, PlatformError> save(const QString &key, const QByteArray &content)
     {
-        const std::lock_guard inTurn(writing);
+        const std::lock_guard inTurn(turnOf(key));
         if (const auto written = write(folder, key, content); !written) {
             keep(key, content, written.error());
             return written;
@@ -193,6 +194,14 @@ struct UserDefaults::Unsaved
         return {};
     }
 
+    /// Held through a write, so that no older value follows a newer one. Each key has its own, lest
+    /// a setting waits for the whole history to be written.
+    [[nodiscard]] std::mutex &turnOf(const QString &key)
+    {
+        const std::lock_guard lock(mutex);
+        return turns[key]; // Which stays where it is.
+    }
+
     void forget(const QString &key)
     {
         const std::lock_guard lock(mutex);
@@ -200,7 +209,6 @@ struct UserDefaults::Unsaved
     }
 
     const QString folder;
-    std::mutex writing{}; ///< Held through a write, so that no older value follows a newer one.
 
 private:
     void keep(const QString &key, const QByteArray &content, const PlatformError &error)
@@ -215,22 +223,26 @@ private:
 
     void writeWhatWaits()
     {
-        const QMap<QString, QByteArray> waiting = all();
-        for (auto content = waiting.cbegin(); content != waiting.cend(); ++content) {
-            if (write(folder, content.key(), content.value())) {
-                forget(content.key());
+        const QStringList waiting = waitingKeys();
+        for (const QString &key : waiting) {
+            // Whoever has it writes a newer value.
+            const std::unique_lock inTurn(turnOf(key), std::try_to_lock);
+            const auto kept = inTurn ? content(key) : std::nullopt;
+            if (kept && write(folder, key, *kept)) {
+                forget(key);
             }
         }
     }
 
-    [[nodiscard]] QMap<QString, QByteArray> all()
+    [[nodiscard]] QStringList waitingKeys()
     {
         const std::lock_guard lock(mutex);
-        return contents;
+        return contents.keys();
     }
 
-    std::mutex mutex{};
-    QMap<QString, QByteArray> contents{}; ///< Guarded by `mutex`.
+    std::mutex mutex{}; ///< Guards both maps.
+    QMap<QString, QByteArray> contents{};
+    std::map<QString, std::mutex> turns{};
 };
 
 UserDefaults::UserDefaults(QString folder)
@@ -295,7 +307,7 @@ Result<void, PlatformError> UserDefaults::setBytes(const QString &key, const QBy
 
 Result<void, PlatformError> UserDefaults::remove(const QString &key)
 {
-    const std::lock_guard inTurn(m_unsaved->writing);
+    const std::lock_guard inTurn(m_unsaved->turnOf(key));
     QFile file(filePath(m_folder, key));
     if (file.exists() && !file.remove()) {
         return failure(errorOf(file));
