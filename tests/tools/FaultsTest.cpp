@@ -84,6 +84,11 @@ protected:
     QTcpSocket socket{};
 };
 
+bool isRefusal(const QByteArray &answer)
+{
+    return answer.endsWith("}}");
+}
+
 TEST_P(FaultyServer, ResetsBeforeTheHead)
 {
     startWith(Fault::resetBeforeHead);
@@ -119,13 +124,18 @@ TEST_P(FaultyServer, SendsABrokenBody)
     EXPECT_FALSE(answer.contains("}]}"));
 }
 
-TEST_P(FaultyServer, SendsAStatus)
+TEST_P(FaultyServer, SaysThatThereWereTooManyRequests)
 {
     startWith(Fault::tooManyRequests);
 
-    EXPECT_TRUE(awaitAnswer([](const QByteArray &answer) {
-                    return answer.endsWith("}}");
-                }).startsWith("HTTP/1.1 429 "));
+    EXPECT_TRUE(awaitAnswer(isRefusal).startsWith("HTTP/1.1 429 "));
+}
+
+TEST_P(FaultyServer, SaysThatItFailed)
+{
+    startWith(Fault::serverError);
+
+    EXPECT_TRUE(awaitAnswer(isRefusal).startsWith("HTTP/1.1 500 "));
 }
 
 TEST_P(FaultyServer, SendsMegabytes)
@@ -159,7 +169,7 @@ TEST_P(FaultyServer, IsSilentAndStillTakesOthers)
     QByteArray refusal;
     test::spinUntil([&] {
         refusal += other.readAll();
-        return refusal.endsWith("}}");
+        return isRefusal(refusal);
     });
     EXPECT_EQ(socket.readAll(), "");
     EXPECT_EQ(socket.state(), QAbstractSocket::ConnectedState);
