@@ -1,18 +1,11 @@
 // What the application tells the system's log while it is used.
 
 #include "DesktopFixture.h"
-#include "HttpRequestParser.h"
-#include "SampleAnswers.h"
+#include "OwnProvider.h"
 #include "persistence/KeychainStore.h"
 #include "platform/keychain/SecretItems.h"
 
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTcpServer>
 #include <QTcpSocket>
-
-#include <memory>
 
 namespace vantrel::test {
 namespace {
@@ -26,55 +19,28 @@ const QString key = u"sk-of-the-desktop-tests"_s;
 class TalkativeProvider
 {
 public:
-    TalkativeProvider()
-    {
-        EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
-        QObject::connect(&m_server, &QTcpServer::newConnection, [this] { takeConnection(); });
-    }
-
-    [[nodiscard]] QString baseURL() const
-    {
-        return u"http://127.0.0.1:%1/v1"_s.arg(m_server.serverPort());
-    }
+    [[nodiscard]] QString baseURL() const { return m_provider.baseURL(); }
 
     /// The request that failed, head and body.
     [[nodiscard]] const QByteArray &failedRequest() const { return m_failedRequest; }
 
 private:
-    void takeConnection()
+    void answer(QTcpSocket *socket, const QByteArray &whole, const sample::SampleQuestion &question)
     {
-        QTcpSocket *const socket = m_server.nextPendingConnection();
-        const auto received = std::make_shared<QByteArray>();
-        QObject::connect(socket, &QTcpSocket::readyRead, [this, socket, received] {
-            *received += socket->readAll();
-            sample::HttpRequestParser parser;
-            sample::ReceivedRequest request;
-            parser.feed(*received);
-            if (parser.next(request) == sample::HttpRequestParser::Outcome::complete) {
-                socket->write(answer(*received, request.body));
-                socket->disconnectFromHost();
-            }
-        });
-    }
-
-    QByteArray answer(const QByteArray &whole, const QByteArray &body)
-    {
-        const auto question = sample::readQuestion(body);
-        if (question->systemPrompt.startsWith("You suggest follow-up questions"_L1)) {
-            m_failedRequest = whole;
-            const QByteArray words = QByteArray(whole).replace("\r\n", " ");
-            return "HTTP/1.1 500 " + words.first(200) + "\r\n\r\n" + whole;
+        if (!question.systemPrompt.startsWith("You suggest follow-up questions"_L1)) {
+            OwnProvider::answerAsSample(socket, question);
+            return;
         }
-        const QString part = question->isStreamed ? u"delta"_s : u"message"_s;
-        const QJsonObject choice{{part, QJsonObject{{u"content"_s, sample::answerTo(*question)}}}};
-        const QByteArray reply = QJsonDocument(QJsonObject{{u"choices"_s, QJsonArray{choice}}})
-                                     .toJson(QJsonDocument::Compact);
-        return "HTTP/1.1 200 OK\r\n\r\n" +
-               (question->isStreamed ? "data: " + reply + "\n\ndata: [DONE]\n\n" : reply);
+        m_failedRequest = whole;
+        const QByteArray words = QByteArray(whole).replace("\r\n", " ");
+        socket->write("HTTP/1.1 500 " + words.first(200) + "\r\n\r\n" + whole);
+        socket->disconnectFromHost();
     }
 
-    QTcpServer m_server{};
     QByteArray m_failedRequest{};
+    OwnProvider m_provider{
+        [this](QTcpSocket *socket, const QByteArray &whole,
+               const sample::SampleQuestion &question) { answer(socket, whole, question); }};
 };
 
 class Diagnostics : public DesktopFixture

@@ -2,19 +2,14 @@
 // be used further.
 
 #include "DesktopFixture.h"
-#include "HttpRequestParser.h"
 #include "Keyboard.h"
-#include "SampleAnswers.h"
+#include "OwnProvider.h"
 #include "persistence/RecentReposStore.h"
 #include "platform/UserDefaults.h"
 #include "support/SmallDisk.h"
 
 #include <QDir>
 #include <QFile>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QTcpServer>
 #include <QTcpSocket>
 
 #include <algorithm>
@@ -184,16 +179,7 @@ const QString lastQuestion = u"Will you stay?"_s;
 class LeavingProvider
 {
 public:
-    LeavingProvider()
-    {
-        EXPECT_TRUE(m_server.listen(QHostAddress::LocalHost));
-        QObject::connect(&m_server, &QTcpServer::newConnection, [this] { takeConnection(); });
-    }
-
-    [[nodiscard]] QString baseURL() const
-    {
-        return u"http://127.0.0.1:%1/v1"_s.arg(m_server.serverPort());
-    }
+    [[nodiscard]] QString baseURL() const { return m_provider.baseURL(); }
 
     /// Breaks off the connection of the answer that it is in the middle of.
     void leave()
@@ -205,48 +191,24 @@ public:
     }
 
 private:
-    void takeConnection()
-    {
-        QTcpSocket *const socket = m_server.nextPendingConnection();
-        const auto received = std::make_shared<QByteArray>();
-        QObject::connect(socket, &QTcpSocket::readyRead, [this, socket, received] {
-            *received += socket->readAll();
-            sample::HttpRequestParser parser;
-            sample::ReceivedRequest request;
-            parser.feed(*received);
-            if (parser.next(request) == sample::HttpRequestParser::Outcome::complete) {
-                answer(socket, *sample::readQuestion(request.body));
-            }
-        });
-    }
-
     void answer(QTcpSocket *socket, const sample::SampleQuestion &question)
     {
-        if (question.isStreamed && question.lastMessage == lastQuestion) {
-            // In chunks, as providers stream: the end of a body without a length is no failure.
-            const QByteArray begun = "data: " + reply(u"delta"_s, u"As long as"_s) + "\n\n";
-            socket->write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" +
-                          QByteArray::number(begun.size(), 16) + "\r\n" + begun + "\r\n");
-            m_waiting = socket;
+        if (!question.isStreamed || question.lastMessage != lastQuestion) {
+            OwnProvider::answerAsSample(socket, question);
             return;
         }
-        const QString words = sample::answerTo(question);
-        socket->write("HTTP/1.1 200 OK\r\n\r\n" +
-                      (question.isStreamed
-                           ? "data: " + reply(u"delta"_s, words) + "\n\ndata: [DONE]\n\n"
-                           : reply(u"message"_s, words)));
-        socket->disconnectFromHost();
+        // In chunks, as providers stream: the end of a body without a length is no failure.
+        const QByteArray begun = OwnProvider::chunk(u"As long as"_s);
+        socket->write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" +
+                      QByteArray::number(begun.size(), 16) + "\r\n" + begun + "\r\n");
+        m_waiting = socket;
     }
 
-    static QByteArray reply(const QString &part, const QString &content)
-    {
-        const QJsonObject choice{{part, QJsonObject{{u"content"_s, content}}}};
-        return QJsonDocument(QJsonObject{{u"choices"_s, QJsonArray{choice}}})
-            .toJson(QJsonDocument::Compact);
-    }
-
-    QTcpServer m_server{};
-    QTcpSocket *m_waiting = nullptr; ///< The server owns it.
+    QTcpSocket *m_waiting = nullptr; ///< The provider's server owns it.
+    OwnProvider m_provider{
+        [this](QTcpSocket *socket, const QByteArray &, const sample::SampleQuestion &question) {
+            answer(socket, question);
+        }};
 };
 
 class FaultsOfAProvider : public Faults
