@@ -5,12 +5,11 @@
 #include "persistence/RecentReposStore.h"
 #include "platform/UserDefaults.h"
 #include "platform/jobs/RunQueue.h"
-#include "support/SmallDisk.h"
+#include "support/PreferencesOnASmallDisk.h"
 #include "support/UnexpectedMessages.h"
 
 #include <gtest/gtest.h>
 
-#include <QTemporaryDir>
 
 #include <memory>
 #include <optional>
@@ -21,22 +20,11 @@ namespace {
 using namespace Qt::Literals::StringLiterals;
 using test::expectOneMessage;
 using test::question;
+using test::savingFailed;
 
-const QString sentence = u"the preferences could not be saved, and are kept until they can be: "_s;
-
-class StoresOnASmallDisk : public testing::Test
+class StoresOnASmallDisk : public test::PreferencesOnASmallDisk
 {
 protected:
-    void SetUp() override
-    {
-        if (!disk.isThere()) {
-            GTEST_SKIP() << "this process may not make a disk of its own";
-        }
-        defaults.emplace(folder());
-    }
-
-    [[nodiscard]] QString folder() const { return m_folder.filePath(u"preferences"_s); }
-
     /// The files of the conversations that another process would find.
     [[nodiscard]] QStringList storedConversations() const
     {
@@ -60,13 +48,6 @@ protected:
     {
         history.save(filePath, u"-a"_s, {question(u"Why?"_s)}, {}, std::nullopt);
     }
-
-private:
-    QTemporaryDir m_folder{};
-
-protected:
-    test::SmallDisk disk{folder()};
-    std::optional<UserDefaults> defaults{};
 };
 
 TEST_F(StoresOnASmallDisk, AConversationThatTheFullDiskHasNoRoomForIsStoredWithTheNext)
@@ -74,7 +55,7 @@ TEST_F(StoresOnASmallDisk, AConversationThatTheFullDiskHasNoRoomForIsStoredWithT
     auto history = makeLoadedHistory();
     save(*history, u"a.cpp"_s);
     RunQueue::interfaceThread().runUntil([&] { return storedConversations().size() == 1; });
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     disk.fill();
 
     save(*history, u"b.cpp"_s);
@@ -92,7 +73,7 @@ TEST_F(StoresOnASmallDisk, AConversationThatTheFullDiskHasNoRoomForIsStoredWithT
 TEST_F(StoresOnASmallDisk, AConversationThatWaitsIsStoredWhenTheApplicationEnds)
 {
     auto history = makeLoadedHistory();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     disk.fill();
     save(*history, u"a.cpp"_s);
     history.reset();
@@ -108,7 +89,7 @@ TEST_F(StoresOnASmallDisk, RepositoriesOpenedWhileItIsReadOnlyAreListedAndStored
 {
     RecentReposStore repos(*defaults, u"recentRepos"_s, 10);
     repos.record(u"a"_s, u"/a"_s);
-    expectOneMessage(sentence + u"Read-only file system"_s);
+    expectOneMessage(savingFailed + u"Read-only file system"_s);
     disk.setReadOnly(true);
 
     repos.record(u"b"_s, u"/b"_s);

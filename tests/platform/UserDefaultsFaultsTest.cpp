@@ -2,7 +2,7 @@
 
 #include "platform/UserDefaults.h"
 #include "support/FewDescriptors.h"
-#include "support/SmallDisk.h"
+#include "support/PreferencesOnASmallDisk.h"
 #include "support/UnexpectedMessages.h"
 
 #include <gtest/gtest.h>
@@ -20,40 +20,21 @@ namespace {
 
 using namespace Qt::Literals::StringLiterals;
 
-const QString sentence = u"the preferences could not be saved, and are kept until they can be: "_s;
-
-class UserDefaultsOnASmallDisk : public testing::Test
+class UserDefaultsOnASmallDisk : public PreferencesOnASmallDisk
 {
 protected:
-    void SetUp() override
-    {
-        if (!disk.isThere()) {
-            GTEST_SKIP() << "this process may not make a disk of its own";
-        }
-        defaults.emplace(folder());
-    }
-
-    [[nodiscard]] QString folder() const { return m_folder.filePath(u"preferences"_s); }
-
     /// What another process would find.
     [[nodiscard]] std::optional<QString> stored(const QString &key) const
     {
         return UserDefaults(folder()).text(key);
     }
-
-private:
-    QTemporaryDir m_folder{};
-
-protected:
-    SmallDisk disk{folder()};
-    std::optional<UserDefaults> defaults{};
 };
 
 TEST_F(UserDefaultsOnASmallDisk, AValueThatTheFullDiskHasNoRoomForCountsAndTheOldOneStaysThere)
 {
     ASSERT_TRUE(defaults->setText(u"a"_s, u"old"_s));
     disk.fill();
-    expectOneMessage(sentence + u"No space left on device"_s);
+    expectOneMessage(savingFailed + u"No space left on device"_s);
 
     EXPECT_FALSE(defaults->setText(u"a"_s, u"new"_s));
 
@@ -67,7 +48,7 @@ TEST_F(UserDefaultsOnASmallDisk, AValueThatTheFullDiskHasNoRoomForCountsAndTheOl
 TEST_F(UserDefaultsOnASmallDisk, AValueLargerThanTheRoomLeavesNoHalfOfIt)
 {
     ASSERT_TRUE(defaults->setText(u"a"_s, u"old"_s));
-    expectOneMessage(sentence + u"No space left on device"_s);
+    expectOneMessage(savingFailed + u"No space left on device"_s);
 
     EXPECT_FALSE(defaults->setBytes(u"a"_s, QByteArray(100'000, 'x')));
 
@@ -79,7 +60,7 @@ TEST_F(UserDefaultsOnASmallDisk, AValueLargerThanTheRoomLeavesNoHalfOfIt)
 TEST_F(UserDefaultsOnASmallDisk, WhatWaitsIsWrittenWithTheNextValueThatCanBe)
 {
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     ASSERT_FALSE(defaults->setText(u"a"_s, u"1"_s));
     ASSERT_FALSE(defaults->setText(u"b"_s, u"2"_s));
     ASSERT_FALSE(defaults->setText(u"a"_s, u"3"_s));
@@ -96,7 +77,7 @@ TEST_F(UserDefaultsOnASmallDisk, AValueThatNeverCanBeWrittenHoldsUpNoOther)
 {
     ASSERT_TRUE(QDir(folder()).mkdir(u"a"_s));
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     ASSERT_FALSE(defaults->setText(u"a"_s, u"1"_s));
     ASSERT_FALSE(defaults->setText(u"b"_s, u"2"_s));
 
@@ -109,7 +90,7 @@ TEST_F(UserDefaultsOnASmallDisk, AValueThatNeverCanBeWrittenHoldsUpNoOther)
 TEST_F(UserDefaultsOnASmallDisk, OnceItIsWrittenTheFileCounts)
 {
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     ASSERT_FALSE(defaults->setText(u"a"_s, u"1"_s));
     disk.makeRoom();
     ASSERT_TRUE(defaults->setText(u"b"_s, u"2"_s));
@@ -122,7 +103,7 @@ TEST_F(UserDefaultsOnASmallDisk, OnceItIsWrittenTheFileCounts)
 TEST_F(UserDefaultsOnASmallDisk, WhatStillWaitsIsWrittenAtTheEnd)
 {
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     ASSERT_FALSE(defaults->setText(u"a"_s, u"1"_s));
     disk.makeRoom();
 
@@ -135,7 +116,7 @@ TEST_F(UserDefaultsOnASmallDisk, ADiskThatIsFullToTheEndEndsWell)
 {
     ASSERT_TRUE(defaults->setText(u"a"_s, u"old"_s));
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     ASSERT_FALSE(defaults->setText(u"a"_s, u"new"_s));
 
     defaults.reset();
@@ -145,13 +126,13 @@ TEST_F(UserDefaultsOnASmallDisk, ADiskThatIsFullToTheEndEndsWell)
 
 TEST_F(UserDefaultsOnASmallDisk, ASecondTimeIsToldToo)
 {
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     disk.fill();
     ASSERT_FALSE(defaults->setText(u"a"_s, u"1"_s));
     disk.makeRoom();
     ASSERT_TRUE(defaults->setText(u"a"_s, u"2"_s));
 
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     disk.fill();
     EXPECT_FALSE(defaults->setText(u"a"_s, u"3"_s));
 }
@@ -160,7 +141,7 @@ TEST_F(UserDefaultsOnASmallDisk, CopiesShareWhatWaits)
 {
     UserDefaults copy(*defaults);
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
 
     ASSERT_FALSE(copy.setText(u"a"_s, u"1"_s));
     ASSERT_FALSE(defaults->setText(u"b"_s, u"2"_s));
@@ -174,7 +155,7 @@ TEST_F(UserDefaultsOnASmallDisk, AChangeGoesOnFromTheValueThatWaits)
     ASSERT_TRUE(defaults->setBytes(u"a"_s, "1"));
     const auto append = [](const QByteArray &old) { return old + '2'; };
     disk.fill();
-    expectOneMessage(sentence);
+    expectOneMessage(savingFailed);
     ASSERT_FALSE(defaults->changeBytes(u"a"_s, append));
 
     disk.makeRoom();
@@ -188,7 +169,7 @@ TEST_F(UserDefaultsOnASmallDisk, AReadOnlyDiskIsReadAndAValueCountsUntilItCanBeW
     ASSERT_TRUE(defaults->setText(u"a"_s, u"old"_s));
     ASSERT_TRUE(defaults->setText(u"b"_s, u"kept"_s));
     disk.setReadOnly(true);
-    expectOneMessage(sentence + u"Read-only file system"_s);
+    expectOneMessage(savingFailed + u"Read-only file system"_s);
 
     ASSERT_FALSE(defaults->setText(u"a"_s, u"new"_s));
     EXPECT_FALSE(defaults->remove(u"b"_s));
@@ -211,7 +192,7 @@ protected:
 TEST_F(UserDefaultsFaults, AValueThatNoDescriptorIsLeftForIsWrittenLater)
 {
     ASSERT_TRUE(defaults.setText(u"a"_s, u"old"_s));
-    expectOneMessage(sentence + u"Too many open files"_s);
+    expectOneMessage(savingFailed + u"Too many open files"_s);
     {
         const FewDescriptors none(0);
         ASSERT_FALSE(defaults.setText(u"a"_s, u"new"_s));
